@@ -15,7 +15,7 @@ enum ArgKind { ARG_CONTRIBUTOR, ARG_OUT, ARG_BASE, ARG_FNAME, ARG_FAVOR_CONTRIB,
 class DiffMrgCommandLineInfo
 {
   public:
-    DiffMrgCommandLineInfo();
+    DiffMrgCommandLineInfo() = default;
 
     /** Parses the whole command line, the program's name included. True means that it is unusable:
         the opposite sense to post_process, deliberately. Prints nothing. */
@@ -47,12 +47,12 @@ class DiffMrgCommandLineInfo
     bool is_unc_path(std::string path) const;
 
     int parse_state; // an ArgKind, set by sanity_check
-    bool parse_error;
-    bool merge_mode;
-    bool blank_ignore;
-    bool favor_contrib_given;
+    bool parse_error = false;
+    bool merge_mode = false;
+    bool blank_ignore = false;
+    bool favor_contrib_given = false;
     bool spare_flag; // never set or read, deliberately: it keeps its place in the field order
-    bool encoding_given;
+    bool encoding_given = false;
     std::vector<std::string> contributors; // the value of "-base" too, as an ordinary contributor
     std::string out_pname;
     std::string favor_contrib;       // the number as typed

@@ -21,18 +21,6 @@ bool is_ignored_flag(std::string_view word)
 
 } // namespace
 
-// parse_state and spare_flag are left unset, deliberately: sanity_check sets the one, nobody reads
-// the other.
-// NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init)
-DiffMrgCommandLineInfo::DiffMrgCommandLineInfo() // cppcheck-suppress uninitMemberVar
-    : parse_error(false),
-      merge_mode(false),
-      blank_ignore(false),
-      favor_contrib_given(false),
-      encoding_given(false)
-{
-}
-
 bool DiffMrgCommandLineInfo::sanity_check(int argc, const char* const* argv)
 {
     parse_state = ARG_CONTRIBUTOR;

@@ -27,6 +27,8 @@ class Catalogue
     }
     Catalogue(const Catalogue&) = delete;
     Catalogue& operator=(const Catalogue&) = delete;
+    Catalogue(Catalogue&&) = delete;
+    Catalogue& operator=(Catalogue&&) = delete;
 
     std::optional<std::string> text(int set, int number) const
     {
@@ -66,8 +68,9 @@ std::vector<std::string> catalogue_files(const std::string& name)
         files.push_back(name);
     std::array<char, 4096> product{};
     const std::string folder = std::string(ks_product_dir(product.data(), 0)) + "/share/locale/";
+    const std::string file = "/LC_MESSAGES/" + name + ".cat";
     for (const std::string& locale : locale_names())
-        files.push_back(folder + locale + "/LC_MESSAGES/" + name + ".cat");
+        files.push_back(folder + locale + file);
     return files;
 }
 
