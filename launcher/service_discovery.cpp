@@ -45,8 +45,7 @@ bool proc_exists(int /*process_id*/)
     const int descriptor = ::open(pid_file_path().c_str(), O_WRONLY);
     if (descriptor < 0)
         return false;
-    struct flock lock {
-    };
+    struct flock lock {};
     lock.l_type = F_WRLCK;
     lock.l_whence = SEEK_SET;
     lock.l_start = 0;

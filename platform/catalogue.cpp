@@ -40,10 +40,7 @@ class Catalogue
 
   private:
     // catopen answers (nl_catd)-1 for "none"
-    bool is_open() const
-    {
-        return reinterpret_cast<std::intptr_t>(catalogue) != -1;
-    }
+    bool is_open() const { return reinterpret_cast<std::intptr_t>(catalogue) != -1; }
 
     nl_catd catalogue;
 };
@@ -70,7 +67,7 @@ std::vector<std::string> catalogue_files(const std::string& name)
     const std::string folder = std::string(ks_product_dir(product.data(), 0)) + "/share/locale/";
     const std::string file = "/LC_MESSAGES/" + name + ".cat";
     for (const std::string& locale : locale_names())
-        files.push_back(folder + locale + file);
+        files.emplace_back(folder).append(locale).append(file);
     return files;
 }
 

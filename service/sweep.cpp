@@ -1,0 +1,39 @@
+#include "service/sweep.h"
+
+#include "protocol/wire_names.h"
+#include "service/announcement.h"
+
+#include <cerrno>
+#include <csignal>
+#include <dirent.h>
+#include <fcntl.h>
+#include <memory>
+#include <string>
+
+namespace
+{
+
+struct CloseFolder {
+    void operator()(DIR* folder) const { ::closedir(folder); }
+};
+
+bool is_left_over(const std::string& name)
+{
+    auto launcher = launcher_of(name, request_pipe);
+    if (!launcher)
+        launcher = launcher_of(name, response_pipe);
+    return launcher && ::kill(*launcher, 0) != 0 && errno == ESRCH;
+}
+
+} // namespace
+
+void sweep(const UserDirectory& directory)
+{
+    const int folder = ::openat(directory.descriptor(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    const std::unique_ptr<DIR, CloseFolder> entries(::fdopendir(folder));
+    if (!entries)
+        return;
+    while (const dirent* entry = ::readdir(entries.get()))
+        if (is_left_over(entry->d_name))
+            directory.remove_fifo(entry->d_name);
+}

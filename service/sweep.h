@@ -1,0 +1,9 @@
+/*
+ * Clears away the FIFOs that launchers left which ended before they could remove them.
+ */
+#pragma once
+
+#include "service/user_directory.h"
+
+/** Removes every launcher's FIFO in `directory` whose launcher no longer lives. */
+void sweep(const UserDirectory& directory);
