@@ -1,43 +1,47 @@
 #include "cmdline/command_line_info.h"
 
 #include "cmdline/encodings.h"
+#include "support/joined.h"
 #include "support/message_table.h"
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <fcntl.h>
 #include <unistd.h>
 
 namespace
 {
 
-/** The working directory, or an empty text when it is gone or longer than 4095 bytes. */
-std::string current_directory()
+using PathBuffer = std::array<char, 4096>;
+
+/** The working directory, or an empty text when it is gone or does not fit. */
+std::string_view current_directory(PathBuffer& buffer)
 {
-    std::array<char, 4096> buffer{};
-    return ::getcwd(buffer.data(), buffer.size()) != nullptr ? buffer.data() : "";
+    const char* directory = ::getcwd(buffer.data(), buffer.size());
+    return directory != nullptr ? directory : "";
 }
 
 /** Makes `path` absolute and puts it under the root that QUARNFOLD_ROOT names. Nothing is
     normalised; the root, even an empty one, goes before absolute paths too, deliberately: users
-   name a root under which every path is read. */
+    name a root under which every path is read. */
 void make_absolute(std::string& path)
 {
-    const std::string directory = current_directory();
+    PathBuffer buffer; // NOLINT(cppcoreguidelines-pro-type-member-init): filled next
+    const std::string_view directory = current_directory(buffer);
     if (!path.starts_with('/'))
-        path = directory + "/" + path;
+        path = joined({directory, "/", path});
     if (const char* root = std::getenv("QUARNFOLD_ROOT"))
-        path.insert(0, root);
+        path = joined({root, path});
 }
 
 bool can_be_opened(const std::string& path)
 {
-    std::FILE* file = std::fopen(path.c_str(), "r");
-    if (file == nullptr)
+    const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (file < 0)
         return false;
-    std::fclose(file);
+    ::close(file);
     return true;
 }
 

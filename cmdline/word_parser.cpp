@@ -25,6 +25,7 @@ bool DiffMrgCommandLineInfo::sanity_check(int argc, const char* const* argv)
 {
     parse_state = ARG_CONTRIBUTOR;
     parse_error = false;
+    contributors.reserve(static_cast<std::size_t>(argc));
     for (int i = 1; i < argc; ++i) {
         const bool is_flag = argv[i][0] == '-';
         const bool is_last = i + 1 == argc;

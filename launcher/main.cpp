@@ -4,6 +4,7 @@
 #include "platform/imsg.h"
 #include "platform/ks.h"
 #include "protocol/pipe_exchange.h"
+#include "support/joined.h"
 #include "support/message_table.h"
 #include "support/temp_directory.h"
 #include "support/trace_log.h"
@@ -23,15 +24,17 @@ char program_name[] = "uquarndiffmrg"; // the message library takes it without c
 void show_temp_directory_error()
 {
     std::array<char, 4096> directory{};
-    std::string command = "\"";
-    command += ks_product_dir(directory.data(), 0);
-    command += "/bin/quarnprompt\" proceed -mask p -type \"error\" "
-               "-prompt \" Could not set the temporary directory \" -prefer_gui";
+    const std::string command = joined(
+        {"\"", ks_product_dir(directory.data(), 0), "/bin/quarnprompt\"",
+         " proceed -mask p -type \"error\" -prompt \" Could not set the temporary directory \""
+         " -prefer_gui"});
     // NOLINTNEXTLINE(cert-env33-c): the shell is how the tool is run
     [[maybe_unused]] const int status = std::system(command.c_str()); // nobody is left to tell
 }
 
-int run(int argc, char* argv[])
+} // namespace
+
+int main(int argc, char* argv[])
 {
     ks_system_init();
     std::setlocale(LC_ALL, "");
@@ -54,15 +57,4 @@ int run(int argc, char* argv[])
         return failure;
     }
     return send_data_unix(command_line.construct_xml()) ? success : failure;
-}
-
-} // namespace
-
-int main(int argc, char* argv[])
-{
-    try {
-        return run(argc, argv);
-    } catch (...) {
-        return failure; // out of memory: callers know no third status
-    }
 }

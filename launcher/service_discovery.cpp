@@ -2,10 +2,11 @@
 
 #include "platform/ks.h"
 #include "protocol/wire_names.h"
+#include "support/joined.h"
 #include "support/temp_directory.h"
 
 #include <array>
-#include <cstdio>
+#include <cstdlib>
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -16,28 +17,26 @@ namespace
 
 std::string pid_file_path()
 {
-    return get_temp_directory() + "/" + service_pid_file;
+    return joined({get_temp_directory(), "/", service_pid_file});
 }
 
 } // namespace
 
 void set_ks_product_path()
 {
-    std::array<char, 4096> directory{};
-    product_path = ks_product_dir(directory.data(), 0);
-    product_path += "/bin/tolm_service";
+    std::array<char, 4096> directory; // NOLINT(cppcoreguidelines-pro-type-member-init): filled next
+    product_path = joined({ks_product_dir(directory.data(), 0), "/bin/tolm_service"});
 }
 
 bool tolm_service_process_check()
 {
-    std::FILE* pid_file = std::fopen(pid_file_path().c_str(), "re");
-    if (pid_file == nullptr)
+    const int pid_file = ::open(pid_file_path().c_str(), O_RDONLY | O_CLOEXEC);
+    if (pid_file < 0)
         return false;
-    int process_id = 0;
-    // NOLINTNEXTLINE(cert-err34-c): what is no number leaves 0; the value does not matter
-    [[maybe_unused]] const int fields = std::fscanf(pid_file, "%d", &process_id);
-    std::fclose(pid_file);
-    return proc_exists(process_id);
+    std::array<char, 32> text{}; // what does not fit does not matter, nor does what is no number
+    [[maybe_unused]] const ssize_t length = ::read(pid_file, text.data(), text.size() - 1);
+    ::close(pid_file);
+    return proc_exists(static_cast<int>(std::strtol(text.data(), nullptr, 10)));
 }
 
 bool proc_exists(int /*process_id*/)

@@ -2,6 +2,7 @@
 
 #include "launcher/service_discovery.h"
 #include "platform/ks.h"
+#include "support/joined.h"
 #include "support/trace_log.h"
 
 #include <array>
@@ -46,8 +47,7 @@ bool start_tolm_service()
 {
     std::array<char, 4096> directory{};
     std::string program = product_path;
-    std::string install_directory = ks_product_dir(directory.data(), 0);
-    install_directory += "/Kelvanport";
+    std::string install_directory = joined({ks_product_dir(directory.data(), 0), "/Kelvanport"});
     char* const arguments[] = {program.data(), install_directory.data(), nullptr};
 
     const pid_t child = ::fork();

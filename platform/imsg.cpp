@@ -5,8 +5,11 @@
 #include <cerrno>
 #include <cstdarg>
 #include <cstdio>
+#include <cstdlib>
+#include <memory>
 #include <optional>
 #include <string>
+#include <unistd.h>
 
 namespace
 {
@@ -16,14 +19,21 @@ struct Redirection {
     void* context = nullptr;
 };
 
+struct FreeMemory {
+    void operator()(char* text) const { std::free(text); } // NOLINT(cppcoreguidelines-no-malloc)
+};
+
+const char* app_name = "";
+
 Redirection redirected_out;
 Redirection redirected_err;
 
-int show(std::FILE* console, const Redirection& redirection, std::string text)
+/** Past the C library's buffers: a piece is on the console when the call returns. */
+int show(int console, const Redirection& redirection, std::string text)
 {
     if (redirection.callback != nullptr)
         redirection.callback(redirection.context, text.data());
-    else if (std::fwrite(text.data(), 1, text.size(), console) != text.size())
+    else if (::write(console, text.data(), text.size()) != static_cast<ssize_t>(text.size()))
         return -1;
     return static_cast<int>(text.size());
 }
@@ -38,20 +48,27 @@ std::optional<std::string> message_text(const imsg_table& table, int position)
     return table.texts[position];
 }
 
+int show_message(const imsg_table& table, int position)
+{
+    if (const auto text = message_text(table, position))
+        return show(STDERR_FILENO, redirected_err, *text + "\n");
+    std::string complaint(app_name);
+    complaint.append(": no message at position ").append(std::to_string(position)).append("\n");
+    show(STDERR_FILENO, redirected_err, std::move(complaint));
+    return -1;
+}
+
 // The format arrives as data: it is what this interface is for.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wformat-nonliteral"
 std::optional<std::string> formatted(const char* format, std::va_list arguments)
 {
-    std::va_list measured;
-    va_copy(measured, arguments);
-    const int length = std::vsnprintf(nullptr, 0, format, measured);
-    va_end(measured);
+    char* text = nullptr;
+    const int length = ::vasprintf(&text, format, arguments);
     if (length < 0)
         return std::nullopt;
-    std::string text(static_cast<std::size_t>(length), '\0');
-    std::vsnprintf(text.data(), text.size() + 1, format, arguments);
-    return text;
+    const std::unique_ptr<char, FreeMemory> owner(text);
+    return std::string(text, static_cast<std::size_t>(length));
 }
 
 int format_into(char* buffer, const char* format, std::va_list arguments)
@@ -64,23 +81,20 @@ int format_into(char* buffer, const char* format, std::va_list arguments)
 
 void imsg_set_app_name(char* name)
 {
-    program_invocation_short_name = name;
+    app_name = name;
 }
 
 int imsg_print(int kind, const void* source, int position, ...)
 {
-    if (kind == IMSG_ERROR) {
-        const auto text = message_text(*static_cast<const imsg_table*>(source), position);
-        return text ? show(stderr, redirected_err, *text + "\n") : -1;
-    }
-    if (kind == IMSG_LITERAL) {
-        std::va_list arguments;
-        va_start(arguments, position);
-        auto text = formatted(static_cast<const char*>(source), arguments);
-        va_end(arguments);
-        return text ? show(stdout, redirected_out, std::move(*text)) : -1;
-    }
-    return -1;
+    if (kind == IMSG_ERROR)
+        return show_message(*static_cast<const imsg_table*>(source), position);
+    if (kind != IMSG_LITERAL)
+        return -1;
+    std::va_list arguments;
+    va_start(arguments, position);
+    auto text = formatted(static_cast<const char*>(source), arguments);
+    va_end(arguments);
+    return text ? show(STDOUT_FILENO, redirected_out, std::move(*text)) : -1;
 }
 
 int imsg_sprintf(char* buffer, const char* format, int position, ...)

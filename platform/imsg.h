@@ -36,15 +36,15 @@ enum {
 /** Receives one piece of output; `context` is what was given with the callback. */
 typedef void (*imsg_output_callback)(void* context, char* text);
 
-/** Registers the program's name, which the C library's own diagnostics then carry. `name` must
-    outlive the process. */
+/** Registers the program's name, which then stands before the library's own complaints. `name` must
+    outlive its use. */
 void imsg_set_app_name(char* name);
 
 /** Shows one message. IMSG_ERROR: the catalogue's text for the entry at `position` of the table
     `source`, or else its built-in text, and a newline; the text is never taken as a format.
     IMSG_LITERAL: the arguments formatted by the format `source`.
-    Returns the number of characters shown, or -1 for an unknown kind or position, or when the
-    console does not take them. */
+    Returns the number of characters shown; -1 for an unknown kind, for a position that the table
+    does not have (it then complains on standard error), or when the console takes no output. */
 int imsg_print(int kind, const void* source, int position, ...);
 
 /** Formats into `buffer`, which the caller made large enough, and returns the number of characters

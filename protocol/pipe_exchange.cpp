@@ -3,15 +3,16 @@
 #include "platform/pfm.h"
 #include "protocol/reply.h"
 #include "protocol/wire_names.h"
+#include "support/joined.h"
 #include "support/temp_directory.h"
 #include "support/trace_log.h"
 
 #include <array>
 #include <csignal>
-#include <cstdio>
 #include <cstdlib>
 #include <ctime>
 #include <fcntl.h>
+#include <string_view>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -47,7 +48,7 @@ int open_rendezvous(const std::string& path)
 }
 
 /** One write, so that announcements of several launchers never mix. */
-bool write_whole(int descriptor, const std::string& text)
+bool write_whole(int descriptor, std::string_view text)
 {
     return ::write(descriptor, text.data(), text.size()) >= 0;
 }
@@ -56,7 +57,7 @@ bool write_whole(int descriptor, const std::string& text)
     comes in pieces, is judged by its beginning. */
 bool exchange(const std::string& request, int request_descriptor, int response_descriptor)
 {
-    if (!write_whole(request_descriptor, request + "\n"))
+    if (!write_whole(request_descriptor, joined({request, "\n"})))
         return false;
     std::array<char, reply_size + 1> reply{};
     const ssize_t length = ::read(response_descriptor, reply.data(), reply_size - 1);
@@ -71,21 +72,21 @@ bool exchange(const std::string& request, int request_descriptor, int response_d
 bool send_data_unix(const std::string& request)
 {
     prepare_process();
-    const std::string directory = get_temp_directory() + "/";
-    const int rendezvous = open_rendezvous(directory + rendezvous_pipe);
+    const std::string directory = joined({get_temp_directory(), "/"});
+    const int rendezvous = open_rendezvous(joined({directory, rendezvous_pipe}));
 
     // Not checked yet whether the rendezvous was opened: the announcement's write tells.
     const std::string id = std::to_string(static_cast<unsigned>(::getpid()));
-    const std::string request_path = directory + request_pipe + id;
-    const std::string response_path = directory + response_pipe + id;
+    const std::string request_path = joined({directory, request_pipe, id});
+    const std::string response_path = joined({directory, response_pipe, id});
     if (::mkfifo(request_path.c_str(), 0666) != 0)
         return false;
     if (::mkfifo(response_path.c_str(), 0666) != 0)
         return false;
 
-    if (!write_whole(rendezvous, request_path + "\n" + response_path + "\n")) {
+    if (!write_whole(rendezvous, joined({request_path, "\n", response_path, "\n"}))) {
         ::close(rendezvous);
-        std::fputs("Launcher Wrapper dead", stdout);
+        write_whole(STDOUT_FILENO, "Launcher Wrapper dead");
         return false;
     }
 

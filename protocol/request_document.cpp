@@ -7,6 +7,8 @@ namespace
 
 namespace fragments = request_fragments;
 
+constexpr std::size_t typical_size = 1024;
+
 void append_string(std::string& document, std::string_view text)
 {
     document += fragments::string_start;
@@ -29,7 +31,9 @@ void append_array(std::string& document, const std::vector<std::string>& texts)
 
 std::string DiffMrgCommandLineInfo::construct_xml() const
 {
-    std::string document{fragments::call_start};
+    std::string document;
+    document.reserve(typical_size);
+    document += fragments::call_start;
     document += merge_mode ? fragments::method_merge : fragments::method_compare;
     document += fragments::params_start;
     if (merge_mode)

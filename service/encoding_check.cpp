@@ -4,7 +4,7 @@
 #include <cerrno>
 #include <system_error>
 
-EncodingCheck::EncodingCheck(const char* encoding) : converter(::iconv_open("WCHAR_T", encoding))
+EncodingCheck::EncodingCheck(const char* encoding) : converter(::iconv_open("UTF-32LE", encoding))
 {
     // iconv_open answers (iconv_t)-1 for "none"
     if (reinterpret_cast<std::intptr_t>(converter) == -1)

@@ -1,7 +1,7 @@
 /*
  * Strict validity of text in one of the five encodings, fed in slices. The C library's converter
  * judges: truncated and overlong forms, surrogates, unpaired surrogates and values above 10FFFF are
- * all errors to it.
+ * all errors to it. (Its target is UTF-32 for that: the C library's wide characters take more.)
  */
 #pragma once
 

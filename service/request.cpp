@@ -2,6 +2,7 @@
 
 #include "cmdline/encodings.h"
 #include "protocol/request_fragments.h"
+#include "support/joined.h"
 
 #include <algorithm>
 
@@ -9,14 +10,6 @@ namespace
 {
 
 using Pieces = std::vector<std::string_view>;
-
-std::string joined(std::initializer_list<std::string_view> fragments)
-{
-    std::string text;
-    for (const std::string_view fragment : fragments)
-        text += fragment;
-    return text;
-}
 
 namespace f = request_fragments;
 const std::string between_elements = joined({f::element_end, f::element_start});
@@ -101,9 +94,19 @@ std::string_view span(std::string_view first, std::string_view last)
     return {first.data(), static_cast<std::size_t>(last.end() - first.begin())};
 }
 
+/** Whether `name` is how a user may have typed `path`: the display name of a contributor that was
+    given no other. */
+bool is_typed_name(std::string_view name, std::string_view path)
+{
+    if (!path.ends_with(name))
+        return false;
+    path.remove_suffix(name.size());
+    return path.empty() || path.ends_with('/') || name.starts_with('/');
+}
+
 /** Groups the pieces of both arrays into elements, a pair at a time, the shortest first, going back
-    where a pair leads nowhere. A contributor must be there. A display name of several pieces must
-   be the end of its contributor, as the name of a file is that was not given another one. */
+    where a pair leads nowhere. A contributor must be there; a display name of several pieces must
+    be its typed name. */
 class Pairing
 {
   public:
@@ -114,30 +117,33 @@ class Pairing
     {
     }
 
-    bool plain(Request& request) const
+    std::optional<Request> plain() const
     {
         if (names.size() != contributors.size())
-            return false;
+            return std::nullopt;
+        Request request;
         request.names.assign(names.begin(), names.end());
         request.contributors.assign(contributors.begin(), contributors.end());
-        return true;
+        return request;
     }
 
-    bool all_there() const
+    std::optional<Request> plain_and_there() const
     {
-        return std::all_of(contributors.begin(), contributors.end(),
-                           [this](std::string_view path) { return is_there(std::string(path)); });
+        const bool all_there =
+            std::all_of(contributors.begin(), contributors.end(),
+                        [this](std::string_view path) { return is_there(std::string(path)); });
+        return all_there ? plain() : std::nullopt;
     }
 
-    bool grouped(Request& request)
+    std::optional<Request> grouped()
     {
         // Far more than any name's tags make; keeps the search's depth and time in bounds.
         constexpr std::size_t most_pieces = 1000;
         steps_left = 100'000;
-        request.names.clear();
-        request.contributors.clear();
-        return names.size() <= most_pieces && contributors.size() <= most_pieces &&
-               pair_from(0, 0, request);
+        Request request;
+        const bool fits = names.size() <= most_pieces && contributors.size() <= most_pieces &&
+                          pair_from(0, 0, request);
+        return fits ? std::optional(std::move(request)) : std::nullopt;
     }
 
   private:
@@ -160,7 +166,7 @@ class Pairing
         request.contributors.push_back(path);
         for (std::size_t end = name; end < names.size() && steps_left-- > 0; ++end) {
             const std::string_view text = span(names[name], names[end]);
-            if (end > name && !path.ends_with(text))
+            if (end > name && !is_typed_name(text, path))
                 continue;
             request.names.emplace_back(text);
             if (pair_from(end + 1, next, request))
@@ -177,20 +183,41 @@ class Pairing
     int steps_left = 0;
 };
 
-/** The reading whose contributors are all there: plainly cut if there is one, else with pieces put
-    together again; without any, the first whose arrays agree in number. */
-bool decode_arrays(const std::vector<Reading>& readings, const PathTest& is_there, Request& request)
+std::ptrdiff_t typed_names(const Request& request)
 {
-    const auto take = [&](auto&& fits) {
-        return std::any_of(readings.begin(), readings.end(), [&](const Reading& reading) {
-            request.output = reading.output;
-            Pairing pairing(reading, is_there);
-            return fits(pairing);
-        });
-    };
-    return take([&](Pairing& p) { return p.plain(request) && p.all_there(); }) ||
-           take([&](Pairing& p) { return p.grouped(request); }) ||
-           take([&](Pairing& p) { return p.plain(request); });
+    std::ptrdiff_t count = 0;
+    for (std::size_t i = 0; i < request.names.size(); ++i)
+        count += is_typed_name(request.names[i], request.contributors[i]) ? 1 : 0;
+    return count;
+}
+
+/** Of the requests that `read` makes of the readings, the one with the most typed names. */
+template<typename Read>
+std::optional<Request> likeliest(const std::vector<Reading>& readings, const PathTest& is_there,
+                                 Read read)
+{
+    std::optional<Request> best;
+    for (const Reading& reading : readings) {
+        Pairing pairing(reading, is_there);
+        std::optional<Request> request = (pairing.*read)();
+        if (!request || (best && typed_names(*request) <= typed_names(*best)))
+            continue;
+        request->output = reading.output;
+        best = std::move(request);
+    }
+    return best;
+}
+
+/** A request whose contributors are all there: plainly cut if there is one, else with pieces put
+    together again; without any, one whose arrays agree in number. */
+std::optional<Request> decode_arrays(const std::vector<Reading>& readings, const PathTest& is_there)
+{
+    auto request = likeliest(readings, is_there, &Pairing::plain_and_there);
+    if (!request)
+        request = likeliest(readings, is_there, &Pairing::grouped);
+    if (!request)
+        request = likeliest(readings, is_there, &Pairing::plain);
+    return request;
 }
 
 } // namespace
@@ -202,19 +229,20 @@ bool ends_request(std::string_view received)
 
 std::optional<Request> decode_request(std::string_view document, const PathTest& is_there)
 {
-    Request request;
     if (!strip_prefix(document, f::call_start))
         return std::nullopt;
-    request.merge = strip_prefix(document, f::method_merge);
-    if (!request.merge && !strip_prefix(document, f::method_compare))
+    const bool merge = strip_prefix(document, f::method_merge);
+    if (!merge && !strip_prefix(document, f::method_compare))
         return std::nullopt;
     if (!strip_prefix(document, f::params_start))
         return std::nullopt;
     const auto encoding = strip_type_manager(document);
     if (!encoding)
         return std::nullopt;
-    request.encoding = *encoding;
-    if (!decode_arrays(all_readings(document, request.merge), is_there, request))
-        return std::nullopt;
+    auto request = decode_arrays(all_readings(document, merge), is_there);
+    if (request) {
+        request->merge = merge;
+        request->encoding = *encoding;
+    }
     return request;
 }

@@ -13,9 +13,9 @@
 
 struct Request {
     bool merge = false;
-    std::string output;             // merge only
-    std::vector<std::string> names; // display names, one per contributor
-    std::vector<std::string> contributors;
+    std::string output{};             // merge only
+    std::vector<std::string> names{}; // display names, one per contributor
+    std::vector<std::string> contributors{};
     int encoding = 0; // the row of encoding_types and type_manager_names
 };
 

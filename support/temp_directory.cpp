@@ -2,6 +2,7 @@
 
 #include "platform/fileutl.h"
 #include "platform/sysutl.h"
+#include "support/joined.h"
 
 #include <array>
 #include <cerrno>
@@ -11,15 +12,15 @@ std::string modified_temp_directory;
 
 bool set_temp_directory()
 {
-    std::array<char, 4096> system_directory{};
+    std::array<char, 4096>
+        system_directory; // NOLINT(cppcoreguidelines-pro-type-member-init): filled
     fileutl_get_tmpdir(0, system_directory.data(), static_cast<int>(system_directory.size()), 0);
-    modified_temp_directory = system_directory.data();
-    if (modified_temp_directory.empty())
+    modified_temp_directory.clear();
+    if (system_directory.front() == '\0')
         return false;
 
-    modified_temp_directory += "/";
-    modified_temp_directory += sysutl_myloginname();
-    modified_temp_directory += ".uquarndiffmrg";
+    modified_temp_directory =
+        joined({system_directory.data(), "/", sysutl_myloginname(), ".uquarndiffmrg"});
     const bool created = ::mkdir(modified_temp_directory.c_str(), 0777) == 0;
     return errno == EEXIST || created;
 }

@@ -1,5 +1,6 @@
 #include "support/trace_log.h"
 
+#include "support/joined.h"
 #include "support/temp_directory.h"
 
 #include <cstdlib>
@@ -27,8 +28,7 @@ bool check_log_env()
 
 bool init_logging()
 {
-    log_file_name = get_temp_directory() + "/";
-    log_file_name += "uquarndiffmrg.log";
+    log_file_name = joined({get_temp_directory(), "/uquarndiffmrg.log"});
     const int log = open_log(O_TRUNC);
     if (log < 0)
         return false;
