@@ -1,0 +1,33 @@
+# Style checks: clang-tidy with every compilation; the others as tests.
+find_program(CLANG_TIDY clang-tidy REQUIRED)
+find_program(CLANG_FORMAT clang-format REQUIRED)
+find_program(CPPCHECK cppcheck REQUIRED)
+find_program(SHELLCHECK shellcheck REQUIRED)
+find_program(MANDOC mandoc REQUIRED)
+
+set(CMAKE_CXX_CLANG_TIDY ${CLANG_TIDY} --quiet)
+
+file(GLOB_RECURSE sources RELATIVE ${PROJECT_SOURCE_DIR} CONFIGURE_DEPENDS
+  ${PROJECT_SOURCE_DIR}/bench/*.[ch]* ${PROJECT_SOURCE_DIR}/cmdline/*.[ch]*
+  ${PROJECT_SOURCE_DIR}/launcher/*.[ch]* ${PROJECT_SOURCE_DIR}/platform/*.[ch]*
+  ${PROJECT_SOURCE_DIR}/protocol/*.[ch]* ${PROJECT_SOURCE_DIR}/service/*.[ch]*
+  ${PROJECT_SOURCE_DIR}/support/*.[ch]* ${PROJECT_SOURCE_DIR}/tests/*.[ch]*)
+list(FILTER sources INCLUDE REGEX "\\.(c|cpp|h)$")
+
+add_test(NAME style.clang_format
+  COMMAND ${CLANG_FORMAT} --dry-run --Werror ${sources}
+  WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
+add_test(NAME style.cppcheck
+  COMMAND ${CPPCHECK} --project=${PROJECT_BINARY_DIR}/compile_commands.json
+          --enable=warning,performance,portability --inline-suppr --error-exitcode=1 --quiet
+          --suppressions-list=${PROJECT_SOURCE_DIR}/cmake/cppcheck_suppressions.txt
+          -i${PROJECT_SOURCE_DIR}/tests)
+add_test(NAME style.shellcheck
+  COMMAND ${SHELLCHECK} -x -P scripts scripts/bench scripts/common.sh scripts/coverage scripts/demo
+          scripts/setup scripts/test .ci/run
+  WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
+file(GLOB pages RELATIVE ${PROJECT_SOURCE_DIR} CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/docs/*.[1-8])
+add_test(NAME style.mandoc
+  COMMAND ${MANDOC} -T lint -W warning ${pages}
+  WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
+set_tests_properties(style.cppcheck PROPERTIES TIMEOUT 600)
