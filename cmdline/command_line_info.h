@@ -15,7 +15,6 @@ enum ArgKind { ARG_CONTRIBUTOR, ARG_OUT, ARG_BASE, ARG_FNAME, ARG_FAVOR_CONTRIB,
 class DiffMrgCommandLineInfo
 {
   public:
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): two fields start unset, see below
     DiffMrgCommandLineInfo() = default;
 
     /** Parses the whole command line, the program's name included. True means that it is unusable:

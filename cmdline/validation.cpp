@@ -28,7 +28,7 @@ std::string_view current_directory(PathBuffer& buffer)
     name a root under which every path is read. */
 void make_absolute(std::string& path)
 {
-    PathBuffer buffer; // NOLINT(cppcoreguidelines-pro-type-member-init): filled next
+    PathBuffer buffer;
     const std::string_view directory = current_directory(buffer);
     if (!path.starts_with('/'))
         path = joined({directory, "/", path});

@@ -21,8 +21,7 @@ constexpr int failure = 255;
 
 void* operator new(std::size_t size)
 {
-    if (void* memory =
-            std::malloc(size)) // NOLINT(cppcoreguidelines-no-malloc): what new is made of
+    if (void* memory = std::malloc(size))
         return memory;
     ::_exit(failure);
 }
@@ -38,7 +37,7 @@ void operator delete(void* memory, std::size_t /*size*/) noexcept
 }
 
 // What the library's headers call instead of a throw; where one more is called, the linker says so.
-// NOLINTBEGIN(cert-dcl58-cpp): they can stand nowhere else than in std
+// NOLINTBEGIN(cert-dcl50-cpp,cert-dcl58-cpp): their place and shape are given
 namespace std
 {
 
@@ -46,26 +45,31 @@ void __throw_bad_alloc()
 {
     ::_exit(failure);
 }
+
 void __throw_bad_array_new_length()
 {
     ::_exit(failure);
 }
+
 void __throw_logic_error(const char* /*what*/)
 {
     ::_exit(failure);
 }
+
 void __throw_length_error(const char* /*what*/)
 {
     ::_exit(failure);
 }
+
 void __throw_out_of_range(const char* /*what*/)
 {
     ::_exit(failure);
 }
+
 void __throw_out_of_range_fmt(const char* /*format*/, ...)
 {
     ::_exit(failure);
 }
 
 } // namespace std
-// NOLINTEND(cert-dcl58-cpp)
+// NOLINTEND(cert-dcl50-cpp,cert-dcl58-cpp)

@@ -24,7 +24,7 @@ std::string pid_file_path()
 
 void set_ks_product_path()
 {
-    std::array<char, 4096> directory; // NOLINT(cppcoreguidelines-pro-type-member-init): filled next
+    std::array<char, 4096> directory;
     product_path = joined({ks_product_dir(directory.data(), 0), "/bin/tolm_service"});
 }
 

@@ -20,7 +20,7 @@ struct Redirection {
 };
 
 struct FreeMemory {
-    void operator()(char* text) const { std::free(text); } // NOLINT(cppcoreguidelines-no-malloc)
+    void operator()(char* text) const { std::free(text); }
 };
 
 const char* app_name = "";
@@ -79,6 +79,7 @@ int format_into(char* buffer, const char* format, std::va_list arguments)
 
 } // namespace
 
+// NOLINTNEXTLINE(readability-non-const-parameter): the interface is without const
 void imsg_set_app_name(char* name)
 {
     app_name = name;

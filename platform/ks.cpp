@@ -33,7 +33,7 @@ void ks_system_init()
 
 char* ks_product_dir(char* buffer, int /*reserved*/)
 {
-    std::array<char, path_size> program; // NOLINT(cppcoreguidelines-pro-type-member-init): filled
+    std::array<char, path_size> program;
     const ssize_t length = ::readlink("/proc/self/exe", program.data(), program.size());
     std::string_view directory =
         length < 0 ? install_prefix

@@ -3,6 +3,7 @@
 #include "protocol/wire_names.h"
 #include "service/sweep.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <fcntl.h>
@@ -37,9 +38,8 @@ std::size_t affordable_conversations()
     limit.rlim_cur = std::min<rlim_t>(limit.rlim_max, 65536);
     ::setrlimit(RLIMIT_NOFILE, &limit);
     ::getrlimit(RLIMIT_NOFILE, &limit);
-    return limit.rlim_cur > own_descriptors + each_conversation
-               ? (limit.rlim_cur - own_descriptors) / each_conversation
-               : 1;
+    const rlim_t usable = limit.rlim_cur - std::min(limit.rlim_cur, own_descriptors);
+    return static_cast<std::size_t>(std::max<rlim_t>(usable / each_conversation, 1));
 }
 
 bool has_event(const pollfd& entry)

@@ -12,8 +12,7 @@ std::string modified_temp_directory;
 
 bool set_temp_directory()
 {
-    std::array<char, 4096>
-        system_directory; // NOLINT(cppcoreguidelines-pro-type-member-init): filled
+    std::array<char, 4096> system_directory;
     fileutl_get_tmpdir(0, system_directory.data(), static_cast<int>(system_directory.size()), 0);
     modified_temp_directory.clear();
     if (system_directory.front() == '\0')
