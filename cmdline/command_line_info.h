@@ -15,6 +15,8 @@ enum ArgKind { ARG_CONTRIBUTOR, ARG_OUT, ARG_BASE, ARG_FNAME, ARG_FAVOR_CONTRIB,
 class DiffMrgCommandLineInfo
 {
   public:
+    // Leaves parse_state and spare_flag unset, see below.
+    // cppcheck-suppress uninitMemberVar
     DiffMrgCommandLineInfo() = default;
 
     /** Parses the whole command line, the program's name included. True means that it is unusable:

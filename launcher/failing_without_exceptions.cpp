@@ -21,9 +21,10 @@ constexpr int failure = 255;
 
 void* operator new(std::size_t size)
 {
-    if (void* memory = std::malloc(size))
-        return memory;
-    ::_exit(failure);
+    void* memory = std::malloc(size);
+    if (memory == nullptr)
+        ::_exit(failure);
+    return memory;
 }
 
 void operator delete(void* memory) noexcept

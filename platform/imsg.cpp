@@ -29,7 +29,7 @@ Redirection redirected_out;
 Redirection redirected_err;
 
 /** Past the C library's buffers: a piece is on the console when the call returns. */
-int show(int console, const Redirection& redirection, std::string text)
+int show(int console, const Redirection& redirection, std::string&& text)
 {
     if (redirection.callback != nullptr)
         redirection.callback(redirection.context, text.data());

@@ -27,6 +27,7 @@ class Descriptor
     }
 
     int get() const { return number; }
+    int release() { return std::exchange(number, -1); }
     explicit operator bool() const { return number >= 0; }
 
   private:

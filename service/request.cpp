@@ -91,7 +91,7 @@ Pieces split(std::string_view elements)
 /** The text from the beginning of `first` to the end of `last`, both pieces of one array. */
 std::string_view span(std::string_view first, std::string_view last)
 {
-    return {first.data(), static_cast<std::size_t>(last.end() - first.begin())};
+    return {first.data(), static_cast<std::size_t>(last.data() + last.size() - first.data())};
 }
 
 /** Whether `name` is how a user may have typed `path`: the display name of a contributor that was

@@ -29,10 +29,11 @@ bool is_left_over(const std::string& name)
 
 void sweep(const UserDirectory& directory)
 {
-    const int folder = ::openat(directory.descriptor(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    const std::unique_ptr<DIR, CloseFolder> entries(::fdopendir(folder));
+    Descriptor folder(::openat(directory.descriptor(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    const std::unique_ptr<DIR, CloseFolder> entries(::fdopendir(folder.get()));
     if (!entries)
         return;
+    folder.release(); // the entries own it now
     while (const dirent* entry = ::readdir(entries.get()))
         if (is_left_over(entry->d_name))
             directory.remove_fifo(entry->d_name);
