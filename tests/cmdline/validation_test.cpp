@@ -1,9 +1,8 @@
 #include "cmdline/command_line_info.h"
-#include "platform/imsg.h"
-#include "support/message_capture.h"
 #include "tests/cmdline/parsed.h"
-#include "tests/support/tools/process_state.h"
-#include "tests/support/tools/scratch_directory.h"
+#include "tests/harness/process_state.h"
+#include "tests/harness/scratch.h"
+#include "tests/support/captured_messages.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -26,24 +25,17 @@ constexpr const char* message_8 = "Incorrect Encoding Option was Specified\n";
 class Validation : public testing::Test
 {
   protected:
-    ScratchDirectory scratch;
+    Scratch scratch;
     WorkingDirectory working_directory{scratch.path()};
     EnvironmentVariable no_root{"QUARNFOLD_ROOT", std::nullopt};
     EnvironmentVariable no_catalogue{"NLSPATH", std::nullopt};
+    CapturedMessages captured;
     DiffMrgCommandLineInfo command_line{};
 
     void SetUp() override
     {
         for (const char* name : {"a", "b", "c"})
-            write_text(scratch / name, "");
-        MsgHookIMsg();
-        MsgFlush();
-    }
-
-    void TearDown() override
-    {
-        imsg_redirect_output(nullptr, nullptr, nullptr, nullptr);
-        MsgFlush();
+            scratch.write_file(name, "");
     }
 
     bool validate(const Words& words)
@@ -276,8 +268,8 @@ TEST_F(Validation, PutsTheRootBeforeEveryPath)
 {
     const EnvironmentVariable root("QUARNFOLD_ROOT", scratch / "view");
     fs::create_directories(scratch / "view" + scratch.path());
-    write_text(scratch / "view" + scratch / "a", "");
-    write_text(scratch / "view/absolute", "");
+    write_file(scratch / "view" + scratch / "a", "");
+    write_file(scratch / "view/absolute", "");
 
     EXPECT_TRUE(validate({"-out", "m", "a", "/absolute"}));
 
@@ -312,8 +304,8 @@ TEST_F(Validation, ARelativeRootIsNotMadeAbsolute)
 {
     const EnvironmentVariable root("QUARNFOLD_ROOT", ".");
     fs::create_directories(scratch / ("." + scratch.path()));
-    write_text(scratch / ("." + scratch / "a"), "");
-    write_text(scratch / ("." + scratch / "b"), "");
+    write_file(scratch / ("." + scratch / "a"), "");
+    write_file(scratch / ("." + scratch / "b"), "");
     EXPECT_TRUE(validate({"a", "b"}));
     EXPECT_EQ(command_line.contributors, (Words{"." + scratch / "a", "." + scratch / "b"}));
 }

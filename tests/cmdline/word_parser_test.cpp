@@ -1,133 +1,18 @@
 #include "cmdline/command_line_info.h"
 #include "tests/cmdline/parsed.h"
 
-#include <cstddef>
 #include <gtest/gtest.h>
-#include <iterator>
 #include <ostream>
-#include <type_traits>
 
 namespace
 {
 
+using Info = DiffMrgCommandLineInfo;
 using Words = std::vector<std::string>;
-
-TEST(CommandLineModel, StartsEmpty)
-{
-    const DiffMrgCommandLineInfo fresh{};
-    EXPECT_FALSE(fresh.parse_error || fresh.merge_mode || fresh.blank_ignore);
-    EXPECT_FALSE(fresh.favor_contrib_given || fresh.encoding_given);
-    EXPECT_TRUE(fresh.contributors.empty() && fresh.fnames.empty());
-    EXPECT_EQ(fresh.out_pname + fresh.favor_contrib + fresh.encoding + fresh.type_manager, "");
-}
-
-TEST(CommandLineModel, KeepsTheOrderOfItsFields)
-{
-    using Info = DiffMrgCommandLineInfo;
-    static_assert(std::is_standard_layout_v<Info>);
-    constexpr std::size_t offsets[] = {
-        offsetof(Info, parse_state),
-        offsetof(Info, parse_error),
-        offsetof(Info, merge_mode),
-        offsetof(Info, blank_ignore),
-        offsetof(Info, favor_contrib_given),
-        offsetof(Info, spare_flag),
-        offsetof(Info, encoding_given),
-        offsetof(Info, contributors),
-        offsetof(Info, out_pname),
-        offsetof(Info, favor_contrib),
-        offsetof(Info, fnames),
-        offsetof(Info, encoding),
-        offsetof(Info, type_manager),
-    };
-    EXPECT_EQ(offsets[0], 0U);
-    for (std::size_t i = 1; i < std::size(offsets); ++i)
-        EXPECT_LT(offsets[i - 1], offsets[i]) << "field " << i;
-}
-
-TEST(CommandLineModel, NumbersTheStatesFromTheRestingOne)
-{
-    EXPECT_EQ(ARG_CONTRIBUTOR, 0);
-    EXPECT_EQ(ARG_OUT, 1);
-    EXPECT_EQ(ARG_BASE, 2);
-    EXPECT_EQ(ARG_FNAME, 3);
-    EXPECT_EQ(ARG_FAVOR_CONTRIB, 4);
-    EXPECT_EQ(ARG_ENCODING, 5);
-}
-
-TEST(CommandLineModel, CountsContributorsAndDisplayNames)
-{
-    DiffMrgCommandLineInfo command_line{};
-    command_line.add_contributor("a");
-    command_line.add_contributor("b");
-    command_line.add_fname("f");
-    EXPECT_EQ(command_line.no_of_contributors(), 2U);
-    EXPECT_EQ(command_line.no_of_fnames(), 1U);
-}
-
-TEST(CommandLineModel, AddOutSelectsMergingAndReplacesThePath)
-{
-    DiffMrgCommandLineInfo command_line{};
-    command_line.add_out("one");
-    command_line.add_out("two");
-    EXPECT_TRUE(command_line.merge_mode);
-    EXPECT_EQ(command_line.out_pname, "two");
-}
-
-TEST(CommandLineModel, FavouredContributorAndEncodingAreReplaced)
-{
-    DiffMrgCommandLineInfo command_line{};
-    command_line.add_favor_contrib("1");
-    command_line.add_favor_contrib("2");
-    command_line.add_encoding("utf-8");
-    command_line.add_encoding("utf-16le");
-    EXPECT_EQ(command_line.favor_contrib, "2");
-    EXPECT_EQ(command_line.encoding, "utf-16le");
-}
-
-TEST(CommandLineModel, KeepsCopiesOfTheTexts)
-{
-    DiffMrgCommandLineInfo command_line{};
-    char text[] = "before";
-    command_line.add_contributor(text);
-    command_line.add_fname(text);
-    text[0] = 'X';
-    EXPECT_EQ(command_line.contributors, Words{"before"});
-    EXPECT_EQ(command_line.fnames, Words{"before"});
-}
-
-struct UncCase {
-    const char* name;
-    const char* path;
-    bool expected;
-};
-
-void PrintTo(const UncCase& unc, std::ostream* out)
-{
-    *out << unc.name;
-}
-
-class UncPath : public testing::TestWithParam<UncCase>
-{};
-
-TEST_P(UncPath, BeginsWithTwoBackslashesAndGoesOn)
-{
-    EXPECT_EQ(DiffMrgCommandLineInfo{}.is_unc_path(GetParam().path), GetParam().expected);
-}
-
-INSTANTIATE_TEST_SUITE_P(All, UncPath,
-                         testing::Values(UncCase{"shortest", R"(\\a)", true},
-                                         UncCase{"three_backslashes", R"(\\\)", true},
-                                         UncCase{"long", R"(\\host\share)", true},
-                                         UncCase{"too_short", R"(\\)", false},
-                                         UncCase{"one_backslash", R"(\ab)", false},
-                                         UncCase{"backslash_second", R"(a\\b)", false},
-                                         UncCase{"slashes", "//host", false},
-                                         UncCase{"empty", "", false}));
 
 TEST(SanityCheck, ResetsStateAndErrorAndNothingElse)
 {
-    DiffMrgCommandLineInfo command_line{};
+    Info command_line{};
     command_line.parse_state = ARG_OUT;
     command_line.parse_error = true;
     command_line.blank_ignore = true;
@@ -143,14 +28,14 @@ TEST(SanityCheck, ResetsStateAndErrorAndNothingElse)
 
 TEST(SanityCheck, AcceptsAnEmptyArgumentVector)
 {
-    DiffMrgCommandLineInfo command_line{};
+    Info command_line{};
     const char* const none[] = {nullptr};
     EXPECT_FALSE(command_line.sanity_check(0, none));
 }
 
 TEST(SanityCheck, DoesNotLookAtTheProgramsName)
 {
-    DiffMrgCommandLineInfo command_line{};
+    Info command_line{};
     const char* const words[] = {"-nonsense", "a", nullptr};
     EXPECT_FALSE(command_line.sanity_check(2, words));
     EXPECT_EQ(command_line.contributors, Words{"a"});
@@ -158,15 +43,15 @@ TEST(SanityCheck, DoesNotLookAtTheProgramsName)
 
 TEST(SanityCheck, AnswersTrueForAnErrorInAnEarlierWord)
 {
-    DiffMrgCommandLineInfo command_line{};
+    Info command_line{};
     EXPECT_TRUE(parse(command_line, {"-nonsense", "a", "b"}));
 }
 
 struct State {
     const char* name;
     int state;
-    Words DiffMrgCommandLineInfo::*list;
-    std::string DiffMrgCommandLineInfo::*text;
+    Words Info::*list;
+    std::string Info::*text;
 };
 
 void PrintTo(const State& state, std::ostream* out)
@@ -179,7 +64,7 @@ class PlainWord : public testing::TestWithParam<State>
 
 TEST_P(PlainWord, GoesWhereTheStateSaysAndBringsTheStateToRest)
 {
-    DiffMrgCommandLineInfo command_line{};
+    Info command_line{};
     command_line.parse_state = GetParam().state;
 
     EXPECT_TRUE(command_line.parse_param("word", false, false));
@@ -195,7 +80,7 @@ TEST_P(PlainWord, GoesWhereTheStateSaysAndBringsTheStateToRest)
 
 TEST_P(PlainWord, AsLastWordIsNoError)
 {
-    DiffMrgCommandLineInfo command_line{};
+    Info command_line{};
     command_line.parse_state = GetParam().state;
 
     command_line.parse_param("word", false, true);
@@ -203,7 +88,6 @@ TEST_P(PlainWord, AsLastWordIsNoError)
     EXPECT_FALSE(command_line.parse_error);
 }
 
-using Info = DiffMrgCommandLineInfo;
 INSTANTIATE_TEST_SUITE_P(EveryState, PlainWord,
                          testing::Values(State{"contributor", 0, &Info::contributors, nullptr},
                                          State{"out", 1, nullptr, &Info::out_pname},
@@ -214,7 +98,7 @@ INSTANTIATE_TEST_SUITE_P(EveryState, PlainWord,
 
 TEST(WordParser, AnUnknownStateStoresNothingAndComesToRest)
 {
-    DiffMrgCommandLineInfo command_line{};
+    Info command_line{};
     command_line.parse_state = 6;
 
     EXPECT_TRUE(command_line.parse_param("word", false, false));

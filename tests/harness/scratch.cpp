@@ -74,9 +74,10 @@ void remove_tree(const fs::path& root)
 
 } // namespace
 
-Scratch::Scratch() : path_(SCRATCH_ROOT "/XXXXXX")
+Scratch::Scratch()
 {
     fs::create_directories(SCRATCH_ROOT);
+    path_ = fs::canonical(SCRATCH_ROOT).string() + "/XXXXXX";
     if (::mkdtemp(path_.data()) == nullptr)
         throw std::system_error(errno, std::generic_category(), path_);
     fs::create_directory(*this / "tmp");
@@ -109,10 +110,7 @@ std::string Scratch::make_user_directory() const
 std::string Scratch::write_file(std::string_view name, std::string_view bytes) const
 {
     std::string file_path = *this / name;
-    std::ofstream file(file_path, std::ios::binary);
-    file << bytes << std::flush;
-    if (!file)
-        throw std::runtime_error("cannot write " + file_path);
+    ::write_file(file_path, bytes);
     return file_path;
 }
 
@@ -124,6 +122,14 @@ std::vector<std::string> Scratch::listing(std::string_view subdirectory) const
 std::vector<std::string> Scratch::user_listing() const
 {
     return folder_contents(user_directory());
+}
+
+void write_file(const std::string& path, std::string_view bytes)
+{
+    std::ofstream file(path, std::ios::binary);
+    file << bytes << std::flush;
+    if (!file)
+        throw std::runtime_error("cannot write " + path);
 }
 
 std::string file_contents(const std::string& path)

@@ -22,6 +22,7 @@ class Scratch
     Scratch(Scratch&&) = delete;
     Scratch& operator=(Scratch&&) = delete;
 
+    /** Absolute, free of symbolic links and of a trailing slash. */
     const std::string& path() const { return path_; }
 
     /** The full path of `name` in the directory. */
@@ -45,6 +46,9 @@ class Scratch
   private:
     std::string path_;
 };
+
+/** Makes it the whole file; throws std::runtime_error where it cannot be written. */
+void write_file(const std::string& path, std::string_view bytes);
 
 /** The whole file; throws std::runtime_error where it cannot be read. */
 std::string file_contents(const std::string& path);

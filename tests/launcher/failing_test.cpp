@@ -1,4 +1,5 @@
-#include "tests/support/tools/child_process.h"
+#include "tests/harness/program.h"
+#include "tests/harness/scratch.h"
 
 #include <gtest/gtest.h>
 
@@ -10,13 +11,9 @@ class Failing : public testing::TestWithParam<const char*>
 
 TEST_P(Failing, EndsTheProcessWith255AndSaysNothing)
 {
-    const ScratchDirectory scratch;
+    const Scratch scratch;
 
-    const Outcome outcome = run_program(scratch, {.words = {PROBE, GetParam()}});
-
-    EXPECT_EQ(outcome.status, 255);
-    EXPECT_EQ(outcome.output, "");
-    EXPECT_EQ(outcome.error, "");
+    EXPECT_EQ(Program(invocation(scratch, PROBE, {GetParam()})).run(), Outcome{.exit_status = 255});
 }
 
 INSTANTIATE_TEST_SUITE_P(ForWant, Failing,

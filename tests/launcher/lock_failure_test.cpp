@@ -1,7 +1,8 @@
 // The lock call fails here without any other process: the linker prefers this program's fcntl.
 #include "launcher/service_discovery.h"
 #include "support/temp_directory.h"
-#include "tests/support/tools/scratch_directory.h"
+#include "tests/harness/process_state.h"
+#include "tests/harness/scratch.h"
 
 #include <cerrno>
 #include <cstdarg>
@@ -18,13 +19,12 @@ struct flock lock_asked;
 
 } // namespace
 
-// NOLINTNEXTLINE(cert-dcl50-cpp,readability-inconsistent-declaration-parameter-name): it is the C
-// library's
-int fcntl(int /*descriptor*/, int command, ...)
+// NOLINTNEXTLINE(cert-dcl50-cpp): the C library's function is variadic
+int fcntl(int /*descriptor*/, int cmd, ...)
 {
     std::va_list arguments;
-    va_start(arguments, command);
-    lock_command = command;
+    va_start(arguments, cmd);
+    lock_command = cmd;
     lock_asked = *va_arg(arguments, struct flock*);
     va_end(arguments);
     errno = lock_error;
@@ -37,12 +37,12 @@ namespace
 class LockFailure : public testing::Test
 {
   protected:
-    ScratchDirectory scratch;
+    Scratch scratch;
 
     void SetUp() override
     {
         modified_temp_directory = scratch.path();
-        write_text(scratch / "tolm_service.pid", "1\n");
+        scratch.write_file("tolm_service.pid", "1\n");
     }
 };
 

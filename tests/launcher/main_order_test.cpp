@@ -1,5 +1,5 @@
-#include "tests/support/tools/child_process.h"
-#include "tests/support/tools/scratch_directory.h"
+#include "tests/harness/program.h"
+#include "tests/harness/scratch.h"
 
 #include <gtest/gtest.h>
 #include <ostream>
@@ -38,15 +38,12 @@ class MainOrder : public testing::TestWithParam<Run>
 
 TEST_P(MainOrder, IsExactlyThisUpToThisStatus)
 {
-    const ScratchDirectory scratch;
+    const Scratch scratch;
+    Invocation run = invocation(scratch, PROGRAM, {"-x", "a b"});
+    run.environment["DOUBLES"] = GetParam().doubles;
 
-    const Outcome outcome =
-        run_program(scratch, {.words = {PROGRAM, "-x", "a b"},
-                              .environment = {{"DOUBLES", GetParam().doubles}}});
-
-    EXPECT_EQ(outcome.output, GetParam().calls);
-    EXPECT_EQ(outcome.status, GetParam().status);
-    EXPECT_EQ(outcome.error, "");
+    EXPECT_EQ(Program(run).run(),
+              (Outcome{.exit_status = GetParam().status, .out = GetParam().calls}));
 }
 
 INSTANTIATE_TEST_SUITE_P(

@@ -2,8 +2,9 @@
 
 #include "platform/ks.h"
 #include "support/temp_directory.h"
-#include "tests/support/tools/child_process.h"
-#include "tests/support/tools/scratch_directory.h"
+#include "tests/harness/child_process.h"
+#include "tests/harness/process_state.h"
+#include "tests/harness/scratch.h"
 
 #include <array>
 #include <fcntl.h>
@@ -81,10 +82,11 @@ class LockHolder
 class ServiceDiscovery : public testing::Test
 {
   protected:
-    ScratchDirectory scratch;
-    std::string pid_file = scratch / "tolm_service.pid";
+    Scratch scratch;
+    std::string directory = scratch.make_user_directory();
+    std::string pid_file = directory + "/tolm_service.pid";
 
-    void SetUp() override { modified_temp_directory = scratch.path(); }
+    void SetUp() override { modified_temp_directory = directory; }
 
     void expect_verdict(bool running)
     {
@@ -96,7 +98,7 @@ class ServiceDiscovery : public testing::Test
 TEST_F(ServiceDiscovery, AMissingPidFileMeansNoServiceAndIsNotCreated)
 {
     expect_verdict(false);
-    EXPECT_TRUE(fs::is_empty(scratch.path()));
+    EXPECT_TRUE(fs::is_empty(directory));
 }
 
 TEST_F(ServiceDiscovery, AMissingDirectoryMeansNoService)
@@ -120,26 +122,26 @@ TEST_F(ServiceDiscovery, WhatCanBeReadButNotWrittenMeansNoService)
 
 TEST_F(ServiceDiscovery, ALockedPidFileMeansARunningService)
 {
-    write_text(pid_file, std::to_string(::getpid()) + "\n");
+    write_file(pid_file, std::to_string(::getpid()) + "\n");
     const LockHolder service(pid_file);
     expect_verdict(true);
 }
 
 TEST_F(ServiceDiscovery, AStalePidFileMeansNoService)
 {
-    write_text(pid_file, "4711\n");
+    write_file(pid_file, "4711\n");
     expect_verdict(false);
 }
 
 TEST_F(ServiceDiscovery, AnUnlockedPidFileOfALiveProcessMeansNoService)
 {
-    write_text(pid_file, std::to_string(::getpid()) + "\n");
+    write_file(pid_file, std::to_string(::getpid()) + "\n");
     expect_verdict(false);
 }
 
 TEST_F(ServiceDiscovery, TheLocksEndIsTheServicesEnd)
 {
-    write_text(pid_file, "1\n");
+    write_file(pid_file, "1\n");
     {
         const LockHolder service(pid_file);
         expect_verdict(true);
@@ -150,7 +152,7 @@ TEST_F(ServiceDiscovery, TheLocksEndIsTheServicesEnd)
 TEST_F(ServiceDiscovery, TheLockAloneDecidesWhateverTheFileHolds)
 {
     for (const char* text : {"", "no number", "99999999999999999999", "-1", "0"}) {
-        write_text(pid_file, text);
+        write_file(pid_file, text);
         expect_verdict(false);
         const LockHolder service(pid_file);
         expect_verdict(true);
@@ -159,14 +161,14 @@ TEST_F(ServiceDiscovery, TheLockAloneDecidesWhateverTheFileHolds)
 
 TEST_F(ServiceDiscovery, ALockOnAnyByteOfTheFileCounts)
 {
-    write_text(pid_file, "1\n");
+    write_file(pid_file, "1\n");
     const LockHolder service(pid_file, 1000, 1);
     expect_verdict(true);
 }
 
 TEST_F(ServiceDiscovery, TheProcessIdPlaysNoPart)
 {
-    write_text(pid_file, "1\n");
+    write_file(pid_file, "1\n");
     const LockHolder service(pid_file);
     for (const int process_id : {-1, 0, 1, 4711, ::getpid()})
         EXPECT_TRUE(proc_exists(process_id)) << process_id;
@@ -174,14 +176,14 @@ TEST_F(ServiceDiscovery, TheProcessIdPlaysNoPart)
 
 TEST_F(ServiceDiscovery, LeavesThePidFileAsItIs)
 {
-    write_text(pid_file, "4711\n");
+    write_file(pid_file, "4711\n");
     expect_verdict(false);
-    EXPECT_EQ(read_text(pid_file), "4711\n");
+    EXPECT_EQ(file_contents(pid_file), "4711\n");
 }
 
 TEST_F(ServiceDiscovery, KeepsNoLockAndNoDescriptor)
 {
-    write_text(pid_file, "4711\n");
+    write_file(pid_file, "4711\n");
     const int before = open_descriptors();
 
     expect_verdict(false);
@@ -192,7 +194,7 @@ TEST_F(ServiceDiscovery, KeepsNoLockAndNoDescriptor)
 
 TEST_F(ServiceDiscovery, KeepsNoDescriptorBesideARunningService)
 {
-    write_text(pid_file, "4711\n");
+    write_file(pid_file, "4711\n");
     const LockHolder service(pid_file);
     const int before = open_descriptors();
 

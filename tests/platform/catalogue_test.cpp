@@ -1,7 +1,6 @@
 #include "support/message_table.h"
-#include "tests/support/tools/child_process.h"
-#include "tests/support/tools/process_state.h"
-#include "tests/support/tools/scratch_directory.h"
+#include "tests/harness/program.h"
+#include "tests/harness/scratch.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -23,10 +22,7 @@ constexpr const char* german =
 class CatalogueLookUp : public testing::Test
 {
   protected:
-    ScratchDirectory scratch;
-    EnvironmentVariable no_path{"NLSPATH", std::nullopt};
-    EnvironmentVariable no_language{"LANGUAGE", std::nullopt};
-    EnvironmentVariable locales{"LOCPATH", LOCALE_FOLDER};
+    Scratch scratch;
 
     void SetUp() override
     {
@@ -38,12 +34,13 @@ class CatalogueLookUp : public testing::Test
     std::string message(int position, const std::string& locale,
                         const std::string& nlspath = "") const
     {
-        Command command{
-            .words = {scratch / "bin/platform_probe", "message", std::to_string(position)},
-            .environment = {{"LC_ALL", locale}}};
+        Invocation run = invocation(scratch, scratch / "bin/platform_probe",
+                                    {"message", std::to_string(position)});
+        run.environment["LOCPATH"] = LOCALE_FOLDER;
+        run.environment["LC_ALL"] = locale;
         if (!nlspath.empty())
-            command.environment.emplace_back("NLSPATH", nlspath);
-        return run_program(scratch, command).error;
+            run.environment["NLSPATH"] = nlspath;
+        return Program(run).run().err;
     }
 };
 
@@ -126,9 +123,9 @@ std::optional<std::string> product_text(const std::string& language, int number)
 {
     const std::string file =
         PRODUCT_SHARE "/locale/" + language + "/LC_MESSAGES/uquarndiffmrg_bin.cat";
-    const nl_catd catalogue = ::catopen(file.c_str(), 0);
+    nl_catd catalogue = ::catopen(file.c_str(), 0);
     const char* found = ::catgets(catalogue, table.catalogue_id, number, nullptr);
-    const auto text = found != nullptr ? std::optional<std::string>(found) : std::nullopt;
+    auto text = found != nullptr ? std::optional<std::string>(found) : std::nullopt;
     ::catclose(catalogue);
     return text;
 }

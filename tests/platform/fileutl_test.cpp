@@ -1,6 +1,6 @@
 #include "platform/fileutl.h"
 
-#include "tests/support/tools/process_state.h"
+#include "tests/harness/process_state.h"
 
 #include <gtest/gtest.h>
 
@@ -19,7 +19,7 @@ Found temporary_directory(const std::optional<std::string>& tmpdir, int size = 4
     const EnvironmentVariable variable("TMPDIR", tmpdir);
     std::string buffer(5000, '#');
     const int result = fileutl_get_tmpdir(0, buffer.data(), size, 0);
-    return {result, buffer.c_str()};
+    return {result, buffer.substr(0, buffer.find('\0'))};
 }
 
 TEST(TemporaryDirectory, IsTmpWithoutTheVariable)

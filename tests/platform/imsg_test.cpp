@@ -1,8 +1,7 @@
 #include "platform/imsg.h"
 
-#include "tests/support/tools/child_process.h"
-#include "tests/support/tools/process_state.h"
-#include "tests/support/tools/scratch_directory.h"
+#include "tests/harness/program.h"
+#include "tests/harness/scratch.h"
 
 #include <array>
 #include <cerrno>
@@ -130,32 +129,26 @@ TEST_F(Redirected, AComplaintCarriesTheRegisteredName)
 class Console : public testing::Test
 {
   protected:
-    ScratchDirectory scratch;
-    EnvironmentVariable no_catalogue{"NLSPATH", std::nullopt};
-    EnvironmentVariable c_locale{"LC_ALL", "C"};
+    Scratch scratch;
 };
 
 TEST_F(Console, ShowsAnErrorOnStandardError)
 {
-    const Outcome outcome = run_program(scratch, {.words = {PROBE, "message", "7"}});
-    EXPECT_EQ(outcome.error, "Incorrect Encoding Option was Specified\n");
-    EXPECT_EQ(outcome.output, "");
-    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(Program(invocation(scratch, PROBE, {"message", "7"})).run(),
+              (Outcome{.exit_status = 0, .err = "Incorrect Encoding Option was Specified\n"}));
 }
 
 TEST_F(Console, ShowsALiteralOnStandardOutput)
 {
-    const Outcome outcome = run_program(scratch, {.words = {PROBE, "literal"}});
-    EXPECT_EQ(outcome.output, "text-7\n");
-    EXPECT_EQ(outcome.error, "");
-    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(Program(invocation(scratch, PROBE, {"literal"})).run(),
+              (Outcome{.exit_status = 0, .out = "text-7\n"}));
 }
 
 TEST_F(Console, ThatTakesNothingIsReported)
 {
-    const Outcome outcome =
-        run_program(scratch, {.words = {PROBE, "message", "7"}, .error_file = "/dev/full"});
-    EXPECT_EQ(outcome.status, 1);
+    const std::string redirected = R"(exec "$0" message 7 2> /dev/full)";
+    EXPECT_EQ(Program(invocation(scratch, "/bin/sh", {"-c", redirected, PROBE})).run(),
+              Outcome{.exit_status = 1});
 }
 
 } // namespace

@@ -1,8 +1,8 @@
 #include "platform/ks.h"
 
-#include "tests/support/tools/child_process.h"
-#include "tests/support/tools/process_state.h"
-#include "tests/support/tools/scratch_directory.h"
+#include "tests/harness/process_state.h"
+#include "tests/harness/program.h"
+#include "tests/harness/scratch.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -16,11 +16,11 @@ namespace fs = std::filesystem;
 class ProductDirectory : public testing::Test
 {
   protected:
-    ScratchDirectory scratch;
+    Scratch scratch;
 
     std::string placed(const std::string& folder) const
     {
-        const std::string program = scratch / folder + "/platform_probe";
+        std::string program = scratch / folder + "/platform_probe";
         fs::create_directories(scratch / folder);
         fs::copy_file(PROBE, program);
         return program;
@@ -28,9 +28,11 @@ class ProductDirectory : public testing::Test
 
     std::string shown_by(const std::string& program) const
     {
-        const Outcome outcome = run_program(scratch, {.words = {program, "product_dir"}});
-        EXPECT_EQ(outcome.status, 0);
-        return outcome.output;
+        Invocation run = invocation(scratch, program, {"product_dir"});
+        run.directory = "."; // the test's: no path can name the deepest
+        const Outcome outcome = Program(run).run();
+        EXPECT_EQ(outcome.exit_status, 0);
+        return outcome.out;
     }
 };
 
@@ -86,18 +88,20 @@ constexpr int all_three = 1 | 2 | 4;
 class SystemInit : public testing::Test
 {
   protected:
-    ScratchDirectory scratch;
+    Scratch scratch;
 
-    int status_of(const std::string& verb, const std::vector<int>& closed) const
+    int status_of(const std::string& verb, const std::set<int>& closed) const
     {
-        return run_program(scratch, {.words = {PROBE, verb}, .closed = closed}).status;
+        Invocation run = invocation(scratch, PROBE, {verb});
+        run.closed_descriptors = closed;
+        return Program(run).run().exit_status;
     }
 };
 
 TEST_F(SystemInit, OpensEveryStandardStreamThatItsStarterClosed)
 {
     for (const auto& closed :
-         std::vector<std::vector<int>>{{}, {0}, {1}, {2}, {0, 1}, {0, 2}, {1, 2}, {0, 1, 2}})
+         std::vector<std::set<int>>{{}, {0}, {1}, {2}, {0, 1}, {0, 2}, {1, 2}, {0, 1, 2}})
         EXPECT_EQ(status_of("streams", closed), all_three);
 }
 

@@ -1,5 +1,5 @@
-#include "tests/support/tools/child_process.h"
-#include "tests/support/tools/scratch_directory.h"
+#include "tests/harness/program.h"
+#include "tests/harness/scratch.h"
 
 #include <gtest/gtest.h>
 
@@ -8,24 +8,24 @@ namespace
 
 Outcome exit_with(const std::string& status)
 {
-    const ScratchDirectory scratch;
-    return run_program(scratch, {.words = {PROBE, "exit", status}});
+    const Scratch scratch;
+    return Program(invocation(scratch, PROBE, {"exit", status})).run();
 }
 
 TEST(PfmExit, EndsWithTheStatus)
 {
-    EXPECT_EQ(exit_with("0").status, 0);
-    EXPECT_EQ(exit_with("7").status, 7);
+    EXPECT_EQ(exit_with("0").exit_status, 0);
+    EXPECT_EQ(exit_with("7").exit_status, 7);
 }
 
 TEST(PfmExit, OfMinusOneIsSeenAs255)
 {
-    EXPECT_EQ(exit_with("-1").status, 255);
+    EXPECT_EQ(exit_with("-1").exit_status, 255);
 }
 
 TEST(PfmExit, FlushesNothingAndRunsNoDestructorAndNoExitHandler)
 {
-    EXPECT_EQ(exit_with("0").output, "");
+    EXPECT_EQ(exit_with("0").out, "");
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 #include "platform/sysutl.h"
 
-#include "tests/support/tools/process_state.h"
+#include "tests/harness/process_state.h"
 
 #include <gtest/gtest.h>
 #include <pwd.h>

@@ -6,8 +6,6 @@
 namespace
 {
 
-const Names service_files{"launcher_wrapper_pipe", "tolm_service.pid"};
-
 const std::string favor_contrib_required =
     "You must supply the \"-favor_contrib\" option when the \"-blank_ignore\" option is used in "
     "merge mode.\n";

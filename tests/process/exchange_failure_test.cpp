@@ -7,20 +7,27 @@
 namespace
 {
 
-const Names service_files{"launcher_wrapper_pipe", "tolm_service.pid"};
 const Outcome wrapper_dead{.exit_status = 255, .out = "Launcher Wrapper dead"};
 
 class ExchangeFailure : public LauncherProcess
 {
   protected:
     /** Runs a compare, with the shim, against a service of this script. */
-    Outcome run_against(const std::string& script, const Environment& settings)
+    Outcome run_faulty(const std::string& script, const Environment& settings)
     {
+        return run_against(script, shimmed_compare(settings));
+    }
+
+    /** Runs a compare that the shim holds at `call` until the service has died by its script. */
+    Outcome run_past_death(const std::string& script, const std::string& call)
+    {
+        const Fifo gate(scratch / "gate");
         ScriptedService service(scratch, script);
         service.start();
-        Invocation faulty = compare();
-        shim(faulty, settings);
-        return run(faulty);
+        start(shimmed_compare({{"SHIM_GATE", call + ":" + gate.path()}}));
+        EXPECT_EQ(service.wait().signal, SIGKILL);
+        gate.put("\n");
+        return finish();
     }
 
     /** As if an earlier process of the same id had left it. */
@@ -33,7 +40,7 @@ class ExchangeFailure : public LauncherProcess
 TEST_F(ExchangeFailure, AMissingRendezvousIsTriedThirteenTimesWithASleepAfterEach)
 {
     // A sleep that fails ends at once, as after a signal: no alarm is shortened that way.
-    const Outcome outcome = run_against("no-fifo wait", {{"SHIM_FAIL", "sleep:*:4"}});
+    const Outcome outcome = run_faulty("no-fifo wait", {{"SHIM_FAIL", "sleep:*:4"}});
 
     EXPECT_EQ(outcome, wrapper_dead);
     EXPECT_EQ(scratch.user_listing(), with_fifos({"tolm_service.pid"}));
@@ -47,12 +54,9 @@ TEST_F(ExchangeFailure, AMissingRendezvousIsTriedThirteenTimesWithASleepAfterEac
 
 TEST_F(ExchangeFailure, ARendezvousThatComesLateIsUsedAfterOneSleep)
 {
-    ScriptedService service(scratch, script::answer_yes);
-    service.start();
-    Invocation late = compare();
-    shim(late, {{"SHIM_FAIL", "open@launcher_wrapper_pipe:1:2,sleep:*:4"}});
-
-    EXPECT_EQ(run(late), success);
+    EXPECT_EQ(
+        run_faulty(script::answer_yes, {{"SHIM_FAIL", "open@launcher_wrapper_pipe:1:2,sleep:*:4"}}),
+        success);
 
     EXPECT_EQ(exchange_calls({"sleep"}), (Names{"sleep(10)"}));
     EXPECT_EQ(scratch.user_listing(), service_files);
@@ -92,7 +96,7 @@ TEST_F(ExchangeFailure, AStaleResponseFifoLeavesTheRequestFifoToo)
 
 TEST_F(ExchangeFailure, ARequestFifoThatCannotBeMadeEndsTheRunSilently)
 {
-    EXPECT_EQ(run_against("open-rendezvous wait", {{"SHIM_FAIL", "mkfifo:1:28"}}), silent_failure);
+    EXPECT_EQ(run_faulty("open-rendezvous wait", {{"SHIM_FAIL", "mkfifo:1:28"}}), silent_failure);
 
     EXPECT_EQ(exchange_calls({"mkfifo"}), (Names{"mkfifo(request, 0666)"}));
     EXPECT_EQ(exchange_calls({"write"}), Names{});
@@ -101,7 +105,7 @@ TEST_F(ExchangeFailure, ARequestFifoThatCannotBeMadeEndsTheRunSilently)
 
 TEST_F(ExchangeFailure, AResponseFifoThatCannotBeMadeLeavesTheRequestFifo)
 {
-    EXPECT_EQ(run_against("open-rendezvous wait", {{"SHIM_FAIL", "mkfifo:2:28"}}), silent_failure);
+    EXPECT_EQ(run_faulty("open-rendezvous wait", {{"SHIM_FAIL", "mkfifo:2:28"}}), silent_failure);
 
     EXPECT_EQ(exchange_calls({"write"}), Names{});
     EXPECT_EQ(scratch.user_listing(),
@@ -111,7 +115,7 @@ TEST_F(ExchangeFailure, AResponseFifoThatCannotBeMadeLeavesTheRequestFifo)
 TEST_F(ExchangeFailure, AnAnnouncementThatCannotBeWrittenClosesTheRendezvousAndLeavesTheFifos)
 {
     EXPECT_EQ(
-        run_against("open-rendezvous wait", {{"SHIM_FAIL", "write@launcher_wrapper_pipe:1:5"}}),
+        run_faulty("open-rendezvous wait", {{"SHIM_FAIL", "write@launcher_wrapper_pipe:1:5"}}),
         wrapper_dead);
 
     EXPECT_EQ(exchange_calls({"close"}), (Names{"close(3 launcher_wrapper_pipe)"}));
@@ -120,24 +124,15 @@ TEST_F(ExchangeFailure, AnAnnouncementThatCannotBeWrittenClosesTheRendezvousAndL
 
 TEST_F(ExchangeFailure, AServiceThatDiesBeforeTheAnnouncementIsAWriteFailureNotASignal)
 {
-    const Fifo gate(scratch / "gate");
-    ScriptedService service(scratch, "open-rendezvous die");
-    service.start();
-    Invocation held = compare();
-    shim(held, {{"SHIM_GATE", "write@launcher_wrapper_pipe:1:" + gate.path()}});
+    EXPECT_EQ(run_past_death("open-rendezvous die", "write@launcher_wrapper_pipe:1"), wrapper_dead);
 
-    start(held);
-    EXPECT_EQ(service.wait().signal, SIGKILL);
-    gate.put("\n");
-
-    EXPECT_EQ(finish(), wrapper_dead);
     EXPECT_EQ(scratch.user_listing(), with_fifos(service_files));
 }
 
 TEST_F(ExchangeFailure, ARequestOpenThatFailsStillTriesTheResponseOpenAndLeavesTheFifos)
 {
     EXPECT_EQ(
-        run_against("listen open-response wait", {{"SHIM_FAIL", "open@lsp_request_pipe:1:24"}}),
+        run_faulty("listen open-response wait", {{"SHIM_FAIL", "open@lsp_request_pipe:1:24"}}),
         silent_failure);
 
     EXPECT_EQ(exchange_calls({"alarm", "open", "close", "write", "read", "unlink"}),
@@ -150,7 +145,7 @@ TEST_F(ExchangeFailure, ARequestOpenThatFailsStillTriesTheResponseOpenAndLeavesT
 TEST_F(ExchangeFailure, AResponseOpenThatFailsClosesOnlyTheRendezvousAndLeavesTheFifos)
 {
     EXPECT_EQ(
-        run_against("listen open-request wait", {{"SHIM_FAIL", "open@lsp_response_pipe:1:24"}}),
+        run_faulty("listen open-request wait", {{"SHIM_FAIL", "open@lsp_response_pipe:1:24"}}),
         silent_failure);
 
     EXPECT_EQ(exchange_calls({"close", "unlink"}), (Names{"close(3 launcher_wrapper_pipe)"}));
@@ -160,8 +155,8 @@ TEST_F(ExchangeFailure, AResponseOpenThatFailsClosesOnlyTheRendezvousAndLeavesTh
 
 TEST_F(ExchangeFailure, ARequestThatCannotBeWrittenIsNotFollowedByARead)
 {
-    EXPECT_EQ(run_against("listen open-request open-response wait",
-                          {{"SHIM_FAIL", "write@lsp_request_pipe:1:5"}}),
+    EXPECT_EQ(run_faulty("listen open-request open-response wait",
+                         {{"SHIM_FAIL", "write@lsp_request_pipe:1:5"}}),
               silent_failure);
 
     EXPECT_EQ(exchange_calls({"read"}), Names{});
@@ -171,17 +166,9 @@ TEST_F(ExchangeFailure, ARequestThatCannotBeWrittenIsNotFollowedByARead)
 
 TEST_F(ExchangeFailure, AServiceThatDiesBeforeItReadsIsAWriteFailureNotASignal)
 {
-    const Fifo gate(scratch / "gate");
-    ScriptedService service(scratch, "listen open-request open-response die");
-    service.start();
-    Invocation held = compare();
-    shim(held, {{"SHIM_GATE", "write@lsp_request_pipe:1:" + gate.path()}});
+    EXPECT_EQ(run_past_death("listen open-request open-response die", "write@lsp_request_pipe:1"),
+              silent_failure);
 
-    start(held);
-    EXPECT_EQ(service.wait().signal, SIGKILL);
-    gate.put("\n");
-
-    EXPECT_EQ(finish(), silent_failure);
     EXPECT_EQ(exchange_calls({"read"}), Names{});
     EXPECT_EQ(scratch.user_listing(), service_files);
 }
@@ -199,8 +186,8 @@ TEST_F(ExchangeFailure, AServiceThatDiesBeforeItAnswersMeansFailure)
 
 TEST_F(ExchangeFailure, AReplyThatCannotBeReadMeansFailureAndTheFifosGo)
 {
-    EXPECT_EQ(run_against(script::take_request + "answer=<boolean>1</boolean> wait",
-                          {{"SHIM_FAIL", "read@lsp_response_pipe:1:5"}}),
+    EXPECT_EQ(run_faulty(script::take_request + "answer=<boolean>1</boolean> wait",
+                         {{"SHIM_FAIL", "read@lsp_response_pipe:1:5"}}),
               silent_failure);
 
     EXPECT_EQ(exchange_calls({"read", "unlink"}),
@@ -210,7 +197,7 @@ TEST_F(ExchangeFailure, AReplyThatCannotBeReadMeansFailureAndTheFifosGo)
 
 TEST_F(ExchangeFailure, FifosThatCannotBeRemovedDoNotChangeTheResult)
 {
-    EXPECT_EQ(run_against(script::answer_yes, {{"SHIM_FAIL", "unlink:*:1"}}), success);
+    EXPECT_EQ(run_faulty(script::answer_yes, {{"SHIM_FAIL", "unlink:*:1"}}), success);
 
     EXPECT_EQ(scratch.user_listing(), with_fifos(service_files));
 }

@@ -4,8 +4,6 @@
 namespace
 {
 
-const Names service_files{"launcher_wrapper_pipe", "tolm_service.pid"};
-
 class Exchange : public LauncherProcess
 {};
 
@@ -22,20 +20,15 @@ std::string compare_document(const std::string& directory)
 
 TEST_F(Exchange, ASuccessfulAnswerEndsTheRunWithZeroAndLeavesNothingBehind)
 {
-    ScriptedService service(scratch, script::answer_yes);
-    service.start();
-
-    EXPECT_EQ(run(compare()), success);
+    EXPECT_EQ(run_against(script::answer_yes, compare()), success);
 
     EXPECT_EQ(scratch.user_listing(), service_files);
 }
 
 TEST_F(Exchange, AnAnswerOfZeroEndsTheRunWith255AndLeavesNothingBehind)
 {
-    ScriptedService service(scratch, script::take_request + "answer=<boolean>0</boolean> drain");
-    service.start();
-
-    EXPECT_EQ(run(compare()), silent_failure);
+    EXPECT_EQ(run_against(script::take_request + "answer=<boolean>0</boolean> drain", compare()),
+              silent_failure);
 
     EXPECT_EQ(scratch.user_listing(), service_files);
 }
@@ -44,10 +37,8 @@ TEST_F(Exchange, TheAnnouncementIsTheTwoPathsALineEachByOneWrite)
 {
     ScriptedService service(scratch, script::answer_yes);
     service.start();
-    Invocation observed = compare();
-    shim(observed);
 
-    run(observed);
+    run(shimmed_compare());
     service.wait();
 
     const std::string folder = scratch.user_directory() + "/";
@@ -62,10 +53,8 @@ TEST_F(Exchange, TheRequestIsTheDocumentAndOneLineFeedByOneWrite)
 {
     ScriptedService service(scratch, script::answer_yes);
     service.start();
-    Invocation observed = compare();
-    shim(observed);
 
-    run(observed);
+    run(shimmed_compare());
     service.wait();
 
     const std::string expected = compare_document(scratch.path()) + "\n";
@@ -77,12 +66,7 @@ TEST_F(Exchange, TheRequestIsTheDocumentAndOneLineFeedByOneWrite)
 
 TEST_F(Exchange, TheCallsOfAnExchangeComeInTheirOrder)
 {
-    ScriptedService service(scratch, script::answer_yes);
-    service.start();
-    Invocation observed = compare();
-    shim(observed);
-
-    run(observed);
+    run_against(script::answer_yes, shimmed_compare());
 
     EXPECT_EQ(calls({"signal"}), (Names{"signal(14, handler)", "signal(13, ignore)"}));
     Names order = exchange_calls(
@@ -116,33 +100,26 @@ TEST_F(Exchange, TheLauncherWaitsForALateAnswer)
 
 TEST_F(Exchange, AnAnswerInPiecesIsJudgedByTheFirstPiece)
 {
-    ScriptedService service(scratch, script::take_request +
-                                         "answer=<boolean> drain answer=1</boolean> close");
-    service.start();
-
-    EXPECT_EQ(run(compare()), silent_failure);
+    EXPECT_EQ(run_against(script::take_request + "answer=<boolean> drain answer=1</boolean> close",
+                          compare()),
+              silent_failure);
 
     EXPECT_EQ(scratch.user_listing(), service_files);
 }
 
 TEST_F(Exchange, ALaterPieceDoesNotTakeASuccessBack)
 {
-    ScriptedService service(
-        scratch, script::take_request +
-                     "answer=<boolean>1</boolean> drain answer=<boolean>0</boolean> close");
-    service.start();
-
-    EXPECT_EQ(run(compare()), success);
+    EXPECT_EQ(run_against(script::take_request + "answer=<boolean>1</boolean> drain "
+                                                 "answer=<boolean>0</boolean> close",
+                          compare()),
+              success);
 
     EXPECT_EQ(scratch.user_listing(), service_files);
 }
 
 TEST_F(Exchange, AServiceThatClosesWithoutAnAnswerMeansFailure)
 {
-    ScriptedService service(scratch, script::take_request + "close wait");
-    service.start();
-
-    EXPECT_EQ(run(compare()), silent_failure);
+    EXPECT_EQ(run_against(script::take_request + "close wait", compare()), silent_failure);
 
     EXPECT_EQ(scratch.user_listing(), service_files);
 }
@@ -172,11 +149,10 @@ class ExchangeAnswer : public LauncherProcess, public testing::WithParamInterfac
 
 TEST_P(ExchangeAnswer, DecidesTheStatusAlone)
 {
-    ScriptedService service(scratch, script::take_request +
-                                         "answer=" + script_text(GetParam().bytes) + " drain");
-    service.start();
-
-    EXPECT_EQ(run(compare()), (Outcome{.exit_status = GetParam().exit_status}));
+    EXPECT_EQ(
+        run_against(script::take_request + "answer=" + script_text(GetParam().bytes) + " drain",
+                    compare()),
+        (Outcome{.exit_status = GetParam().exit_status}));
 
     EXPECT_EQ(scratch.user_listing(), service_files);
 }

@@ -68,12 +68,9 @@ TEST_F(Harness, AnEndingScratchDirectoryTakesProcessesAndLockedFoldersAlong)
 
 TEST_F(Harness, TheShimDividesTime)
 {
-    ScriptedService service(scratch, "no-fifo wait");
-    service.start();
-    Invocation quick = compare();
-    shim(quick, {{"SHIM_TIME_DIVISOR", "sleep:*:100000"}});
+    const Invocation quick = shimmed_compare({{"SHIM_TIME_DIVISOR", "sleep:*:100000"}});
 
-    EXPECT_EQ(run(quick).out, "Launcher Wrapper dead");
+    EXPECT_EQ(run_against("no-fifo wait", quick).out, "Launcher Wrapper dead");
 
     EXPECT_EQ(calls({"sleep"}).size(), 13U);
 }

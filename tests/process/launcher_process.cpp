@@ -43,6 +43,13 @@ void LauncherProcess::shim(Invocation& run, const Environment& settings) const
     environment["ASAN_OPTIONS"] += ":verify_asan_link_order=0";
 }
 
+Invocation LauncherProcess::shimmed_compare(const Environment& settings) const
+{
+    Invocation run = compare();
+    shim(run, settings);
+    return run;
+}
+
 Program& LauncherProcess::start(const Invocation& run)
 {
     program_ = std::make_unique<Program>(run);
@@ -60,6 +67,13 @@ Outcome LauncherProcess::run(const Invocation& run)
 {
     start(run);
     return finish();
+}
+
+Outcome LauncherProcess::run_against(const std::string& script, const Invocation& run)
+{
+    ScriptedService service(scratch, script);
+    service.start();
+    return this->run(run);
 }
 
 Names LauncherProcess::calls(const Names& named, const std::string& who) const

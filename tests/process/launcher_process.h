@@ -17,6 +17,9 @@ inline const std::string usage =
     "Usage: uquarndiffmrg [ -out output-pname ] [ -blank_ignore ] -encoding "
     "[utf-8|utf-16le|utf-16be|utf-32le|utf-32be] [ -base pname ] contrib-pname ..\n";
 
+/** What a service of its own keeps in the per-user directory. */
+inline const Names service_files{"launcher_wrapper_pipe", "tolm_service.pid"};
+
 /** Ends that have no output: most have none. */
 inline const Outcome success{.exit_status = 0};
 inline const Outcome silent_failure{.exit_status = 255};
@@ -39,10 +42,16 @@ class LauncherProcess : public testing::Test
     /** Puts the shim into a run; `settings` are of its SHIM_ variables. */
     void shim(Invocation& run, const Environment& settings = {}) const;
 
+    /** The launcher comparing "a" and "b" with the shim. */
+    Invocation shimmed_compare(const Environment& settings = {}) const;
+
     /** Starts the launcher; `finish` or `run` give its outcome. */
     Program& start(const Invocation& run);
     Outcome finish();
     Outcome run(const Invocation& run);
+
+    /** The outcome beside a service of this script, which is there before and ended after it. */
+    Outcome run_against(const std::string& script, const Invocation& run);
 
     /** The calls that the shim recorded, in order, of those named and of the launcher itself or, on
         demand, its child; paths are without the per-user directory and FIFO names shortened to

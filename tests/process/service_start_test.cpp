@@ -8,7 +8,6 @@
 namespace
 {
 
-const Names service_files{"launcher_wrapper_pipe", "tolm_service.pid"};
 const Outcome usage_only{.exit_status = 255, .err = usage};
 
 class ServiceStart : public LauncherProcess

@@ -6,7 +6,6 @@
 namespace
 {
 
-const Names service_files{"launcher_wrapper_pipe", "tolm_service.pid"};
 const std::string time_out_record = "Timeout communicating with tolm_service";
 const Environment short_first_alarm{{"SHIM_TIME_DIVISOR", "alarm@90:1:1000"}};
 const Environment short_second_alarm{{"SHIM_TIME_DIVISOR", "alarm@90:2:1000"}};
@@ -14,21 +13,22 @@ const Environment short_second_alarm{{"SHIM_TIME_DIVISOR", "alarm@90:2:1000"}};
 class TimeOut : public LauncherProcess
 {
   protected:
-    Outcome run_against(const std::string& script, const Environment& settings, bool traced = false)
+    Outcome run_late(const std::string& script, const Environment& settings)
     {
-        ScriptedService service(scratch, script);
-        service.start();
-        Invocation late = compare();
-        shim(late, settings);
-        if (traced)
-            trace(late);
-        return run(late);
+        return run_against(script, shimmed_compare(settings));
+    }
+
+    Outcome run_traced(const Environment& settings)
+    {
+        Invocation traced = shimmed_compare(settings);
+        trace(traced);
+        return run_against("wait", traced);
     }
 };
 
 TEST_F(TimeOut, ARendezvousThatNobodyReadsEndsTheRunBeforeAnyFifoIsMade)
 {
-    EXPECT_EQ(run_against("wait", short_first_alarm), silent_failure);
+    EXPECT_EQ(run_late("wait", short_first_alarm), silent_failure);
 
     EXPECT_EQ(calls({"alarm"}), (Names{"alarm(90)"}));
     EXPECT_EQ(scratch.user_listing(), service_files);
@@ -36,7 +36,7 @@ TEST_F(TimeOut, ARendezvousThatNobodyReadsEndsTheRunBeforeAnyFifoIsMade)
 
 TEST_F(TimeOut, AServiceThatNeverOpensTheRequestFifoLeavesBothFifos)
 {
-    EXPECT_EQ(run_against("listen wait", short_second_alarm), silent_failure);
+    EXPECT_EQ(run_late("listen wait", short_second_alarm), silent_failure);
 
     EXPECT_EQ(calls({"alarm"}), (Names{"alarm(90)", "alarm(0)", "alarm(90)"}));
     EXPECT_EQ(scratch.user_listing(), with_fifos(service_files));
@@ -44,14 +44,14 @@ TEST_F(TimeOut, AServiceThatNeverOpensTheRequestFifoLeavesBothFifos)
 
 TEST_F(TimeOut, AServiceThatDiesBeforeItOpensLeavesBothFifos)
 {
-    EXPECT_EQ(run_against("listen die", short_second_alarm), silent_failure);
+    EXPECT_EQ(run_late("listen die", short_second_alarm), silent_failure);
 
     EXPECT_EQ(scratch.user_listing(), with_fifos(service_files));
 }
 
 TEST_F(TimeOut, OneAlarmSpansBothOpensWhenOnlyTheFirstSucceeds)
 {
-    EXPECT_EQ(run_against("listen open-request wait", short_second_alarm), silent_failure);
+    EXPECT_EQ(run_late("listen open-request wait", short_second_alarm), silent_failure);
 
     EXPECT_EQ(calls({"alarm"}), (Names{"alarm(90)", "alarm(0)", "alarm(90)"}));
     EXPECT_EQ(scratch.user_listing(), with_fifos(service_files));
@@ -59,14 +59,14 @@ TEST_F(TimeOut, OneAlarmSpansBothOpensWhenOnlyTheFirstSucceeds)
 
 TEST_F(TimeOut, AServiceThatDiesAfterOpeningOneFifoLeavesBoth)
 {
-    EXPECT_EQ(run_against("listen open-request die", short_second_alarm), silent_failure);
+    EXPECT_EQ(run_late("listen open-request die", short_second_alarm), silent_failure);
 
     EXPECT_EQ(scratch.user_listing(), with_fifos(service_files));
 }
 
 TEST_F(TimeOut, IsRecordedWithoutALineEnd)
 {
-    EXPECT_EQ(run_against("wait", short_first_alarm, true), silent_failure);
+    EXPECT_EQ(run_traced(short_first_alarm), silent_failure);
 
     EXPECT_EQ(trace_text(), time_out_record);
     EXPECT_EQ(scratch.user_listing(),
@@ -78,7 +78,7 @@ TEST_F(TimeOut, IsRecordedEvenWhereTheTraceFileCouldNotBeMadeAtTheStart)
     Environment settings = short_first_alarm;
     settings["SHIM_FAIL"] = "open@uquarndiffmrg.log:1:13";
 
-    EXPECT_EQ(run_against("wait", settings, true), silent_failure);
+    EXPECT_EQ(run_traced(settings), silent_failure);
 
     EXPECT_EQ(trace_text(), time_out_record);
 }
@@ -88,7 +88,7 @@ TEST_F(TimeOut, IsSilentWhereTheTraceFileCannotBeMadeAtAll)
     Environment settings = short_first_alarm;
     settings["SHIM_FAIL"] = "open@uquarndiffmrg.log:*:13";
 
-    EXPECT_EQ(run_against("wait", settings, true), silent_failure);
+    EXPECT_EQ(run_traced(settings), silent_failure);
 
     EXPECT_EQ(calls({"open"}).back(), "open(uquarndiffmrg.log, w, 0666)");
     EXPECT_EQ(scratch.user_listing(), service_files);

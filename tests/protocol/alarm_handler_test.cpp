@@ -1,9 +1,9 @@
 #include "protocol/pipe_exchange.h"
 
 #include "support/trace_log.h"
-#include "tests/support/tools/child_process.h"
-#include "tests/support/tools/process_state.h"
-#include "tests/support/tools/scratch_directory.h"
+#include "tests/harness/child_process.h"
+#include "tests/harness/process_state.h"
+#include "tests/harness/scratch.h"
 
 #include <csignal>
 #include <filesystem>
@@ -17,7 +17,7 @@ constexpr int returned = 3;
 class AlarmHandler : public testing::Test
 {
   protected:
-    ScratchDirectory scratch;
+    Scratch scratch;
 
     void SetUp() override
     {
@@ -53,7 +53,7 @@ TEST_F(AlarmHandler, RecordsTheTimeOutWhereTheEnvironmentAsksEvenWithLoggingOff)
 {
     const EnvironmentVariable trace("TOLM_SERVICE_LOG", "");
     EXPECT_EQ(status_after(SIGALRM), 255);
-    EXPECT_EQ(read_text(log_file_name), "Timeout communicating with tolm_service");
+    EXPECT_EQ(file_contents(log_file_name), "Timeout communicating with tolm_service");
 }
 
 TEST_F(AlarmHandler, RecordsNothingWithLoggingOnWhereTheEnvironmentDoesNotAsk)

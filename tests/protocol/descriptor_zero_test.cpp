@@ -1,8 +1,8 @@
 #include "protocol/pipe_exchange.h"
 #include "protocol/wire_names.h"
 #include "support/temp_directory.h"
-#include "tests/support/tools/child_process.h"
-#include "tests/support/tools/scratch_directory.h"
+#include "tests/harness/child_process.h"
+#include "tests/harness/scratch.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -83,7 +83,7 @@ class ServiceBeside
 class DescriptorZero : public testing::Test
 {
   protected:
-    ScratchDirectory scratch;
+    Scratch scratch;
 
     void SetUp() override { modified_temp_directory = scratch.path(); }
 };

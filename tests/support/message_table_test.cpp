@@ -1,6 +1,6 @@
 #include "support/message_table.h"
 
-#include "support/message_capture.h"
+#include "tests/support/captured_messages.h"
 
 #include <cstddef>
 #include <cstring>
@@ -101,14 +101,12 @@ TEST(MessageTable, CanBeReadByOffsetsAlone)
 
 TEST(PrintMessage, ShowsTheEntryAndALineEndOnStandardError)
 {
-    MsgHookIMsg();
+    const CapturedMessages captured;
 
     print_message(MSG_INCORRECT_ENCODING);
 
     EXPECT_EQ(uquarndiffmrg_err_msg, "Incorrect Encoding Option was Specified\n");
     EXPECT_EQ(uquarndiffmrg_out_msg, "");
-    MsgFlush();
-    imsg_redirect_output(nullptr, nullptr, nullptr, nullptr);
 }
 
 } // namespace

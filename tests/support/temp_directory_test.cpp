@@ -1,8 +1,8 @@
 #include "support/temp_directory.h"
 
 #include "platform/sysutl.h"
-#include "tests/support/tools/process_state.h"
-#include "tests/support/tools/scratch_directory.h"
+#include "tests/harness/process_state.h"
+#include "tests/harness/scratch.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -16,10 +16,11 @@ namespace fs = std::filesystem;
 class TempDirectory : public testing::Test
 {
   protected:
-    ScratchDirectory scratch;
+    Scratch scratch;
     std::string name = std::string(sysutl_myloginname()) + ".uquarndiffmrg";
-    std::string expected = scratch / name;
-    EnvironmentVariable tmpdir{"TMPDIR", scratch.path()};
+    std::string parent = scratch / "tmp";
+    std::string expected = parent + "/" + name;
+    EnvironmentVariable tmpdir{"TMPDIR", parent};
 
     static unsigned mode_of(const std::string& path)
     {
@@ -47,7 +48,7 @@ TEST_F(TempDirectory, IsComputedAnewByEveryCall)
 
 TEST_F(TempDirectory, HasNoTrailingSlashWhenTheSystemsOneHas)
 {
-    const EnvironmentVariable with_slash("TMPDIR", scratch.path() + "/");
+    const EnvironmentVariable with_slash("TMPDIR", parent + "/");
 
     ASSERT_TRUE(set_temp_directory());
 
@@ -76,22 +77,22 @@ TEST_F(TempDirectory, ThatExistsIsSuccessAndStaysAsItIs)
 {
     fs::create_directory(expected);
     fs::permissions(expected, fs::perms::owner_all);
-    write_text(expected + "/kept", "text");
+    write_file(expected + "/kept", "text");
 
     EXPECT_TRUE(set_temp_directory());
 
     EXPECT_EQ(mode_of(expected), 0700U);
-    EXPECT_EQ(read_text(expected + "/kept"), "text");
+    EXPECT_EQ(file_contents(expected + "/kept"), "text");
 }
 
 TEST_F(TempDirectory, ARegularFileInItsPlaceIsSuccess)
 {
-    write_text(expected, "a file");
+    write_file(expected, "a file");
 
     EXPECT_TRUE(set_temp_directory());
 
     EXPECT_EQ(get_temp_directory(), expected);
-    EXPECT_EQ(read_text(expected), "a file");
+    EXPECT_EQ(file_contents(expected), "a file");
 }
 
 TEST_F(TempDirectory, ADanglingLinkInItsPlaceIsSuccess)
@@ -122,13 +123,13 @@ TEST_F(TempDirectory, ACreationThatFailsIsNoSuccessAfterAnEarlierEexist)
 TEST_F(TempDirectory, WithoutASystemsOneFailsWithAnEmptyPath)
 {
     const EnvironmentVariable too_long("TMPDIR", "/" + std::string(4096, 'x'));
-    const WorkingDirectory here(scratch.path());
+    const WorkingDirectory here(parent);
     modified_temp_directory = "/earlier";
 
     EXPECT_FALSE(set_temp_directory());
 
     EXPECT_EQ(get_temp_directory(), "");
-    EXPECT_TRUE(fs::is_empty(scratch.path()));
+    EXPECT_TRUE(fs::is_empty(parent));
 }
 
 TEST_F(TempDirectory, TakesASystemsOneOf4095BytesAndFailsOnlyInCreatingIt)

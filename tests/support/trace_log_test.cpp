@@ -1,9 +1,9 @@
 #include "support/trace_log.h"
 
 #include "support/temp_directory.h"
-#include "tests/support/tools/child_process.h"
-#include "tests/support/tools/process_state.h"
-#include "tests/support/tools/scratch_directory.h"
+#include "tests/harness/child_process.h"
+#include "tests/harness/process_state.h"
+#include "tests/harness/scratch.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -16,7 +16,7 @@ namespace fs = std::filesystem;
 class TraceLog : public testing::Test
 {
   protected:
-    ScratchDirectory scratch;
+    Scratch scratch;
     std::string expected = scratch / "uquarndiffmrg.log";
 
     void SetUp() override
@@ -58,16 +58,16 @@ TEST_F(TraceLog, IsCreatedEmptyInTheTemporaryDirectory)
     ASSERT_TRUE(init_logging());
 
     EXPECT_EQ(log_file_name, expected);
-    EXPECT_EQ(read_text(expected), "");
+    EXPECT_EQ(file_contents(expected), "");
 }
 
 TEST_F(TraceLog, IsEmptiedOfWhatAnEarlierRunLeft)
 {
-    write_text(expected, "an earlier run");
+    write_file(expected, "an earlier run");
 
     ASSERT_TRUE(init_logging());
 
-    EXPECT_EQ(read_text(expected), "");
+    EXPECT_EQ(file_contents(expected), "");
 }
 
 TEST_F(TraceLog, IsCreatedForAllLessTheUmask)
@@ -113,7 +113,7 @@ TEST_F(TraceLog, HoldsTheRecordsInTheOrderWrittenWithNothingAdded)
     write_log("SetSid() Failed\n");
     write_log("Execv Failed\n");
 
-    EXPECT_EQ(read_text(expected), "SetSid() Failed\nExecv Failed\n");
+    EXPECT_EQ(file_contents(expected), "SetSid() Failed\nExecv Failed\n");
 }
 
 TEST_F(TraceLog, EndsWithoutALineEndWhereTheRecordHasNone)
@@ -123,17 +123,17 @@ TEST_F(TraceLog, EndsWithoutALineEndWhereTheRecordHasNone)
     write_log("Execv Failed\n");
     write_log("Timeout communicating with tolm_service");
 
-    EXPECT_EQ(read_text(expected), "Execv Failed\nTimeout communicating with tolm_service");
+    EXPECT_EQ(file_contents(expected), "Execv Failed\nTimeout communicating with tolm_service");
 }
 
 TEST_F(TraceLog, AppendsToWhatTheFileHoldsAlready)
 {
     log_file_name = expected;
-    write_text(expected, "another process\n");
+    write_file(expected, "another process\n");
 
     write_log("record");
 
-    EXPECT_EQ(read_text(expected), "another process\nrecord");
+    EXPECT_EQ(file_contents(expected), "another process\nrecord");
 }
 
 TEST_F(TraceLog, IsOpenedAnewForEveryRecord)
@@ -144,7 +144,7 @@ TEST_F(TraceLog, IsOpenedAnewForEveryRecord)
 
     write_log("second");
 
-    EXPECT_EQ(read_text(expected), "second");
+    EXPECT_EQ(file_contents(expected), "second");
 }
 
 TEST_F(TraceLog, HoldsTheRecordsOfParentAndChildInTheOrderWritten)
@@ -155,7 +155,7 @@ TEST_F(TraceLog, HoldsTheRecordsOfParentAndChildInTheOrderWritten)
     run_in_child([] { return write_log("child\n"), 0; });
     write_log("parent again\n");
 
-    EXPECT_EQ(read_text(expected), "parent\nchild\nparent again\n");
+    EXPECT_EQ(file_contents(expected), "parent\nchild\nparent again\n");
 }
 
 TEST_F(TraceLog, DropsARecordThatCannotBeWrittenWithoutAWord)
@@ -180,7 +180,7 @@ TEST_F(TraceLog, TakesRecordsAfterAFailedStartOnceTheFileCanBeWritten)
 
     write_log("late");
 
-    EXPECT_EQ(read_text(expected), "late");
+    EXPECT_EQ(file_contents(expected), "late");
 }
 
 TEST_F(TraceLog, HoldsNoDescriptorBetweenRecords)

@@ -1,7 +1,6 @@
 #include "support/version_line.h"
 
-#include "platform/imsg.h"
-#include "support/message_capture.h"
+#include "tests/support/captured_messages.h"
 
 #include <array>
 #include <cstring>
@@ -16,16 +15,7 @@ constexpr const char* expected =
 class VersionLine : public testing::Test
 {
   protected:
-    void SetUp() override
-    {
-        MsgHookIMsg();
-        MsgFlush();
-    }
-    void TearDown() override
-    {
-        imsg_redirect_output(nullptr, nullptr, nullptr, nullptr);
-        MsgFlush();
-    }
+    CapturedMessages captured;
 };
 
 TEST_F(VersionLine, IsFormattedInto68CharactersAndANul)

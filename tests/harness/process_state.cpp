@@ -1,8 +1,10 @@
-#include "tests/support/tools/process_state.h"
+#include "tests/harness/process_state.h"
 
 #include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
+#include <filesystem>
+#include <iterator>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
@@ -78,4 +80,10 @@ Umask::Umask(mode_t mask) : earlier(::umask(mask)) {}
 Umask::~Umask()
 {
     ::umask(earlier);
+}
+
+int open_descriptors()
+{
+    const std::filesystem::directory_iterator open("/proc/self/fd");
+    return static_cast<int>(std::distance(begin(open), end(open)));
 }

@@ -1,6 +1,6 @@
 /*
- * Parts of the process's state that a test changes for a while; each is put back at the end of the
- * object's life.
+ * Parts of the test process's own state: what a test changes for a while is put back at the end of
+ * the object's life.
  */
 #pragma once
 
@@ -69,3 +69,6 @@ class Umask
   private:
     mode_t earlier;
 };
+
+/** How many descriptors this process holds open. */
+int open_descriptors();
