@@ -2,6 +2,7 @@
 #include "tests/process/launcher_process.h"
 
 #include <filesystem>
+#include <ostream>
 
 namespace
 {
@@ -18,6 +19,11 @@ struct Rejection {
     std::vector<std::string> words;
     std::string message; // before the usage text
 };
+
+void PrintTo(const Rejection& value, std::ostream* out)
+{
+    *out << value.name;
+}
 
 class RejectedCommandLine : public LauncherProcess, public testing::WithParamInterface<Rejection>
 {};
@@ -88,6 +94,11 @@ struct Request {
     std::string output{}; // empty: a compare
     std::string root{};   // "none": not in the environment
 };
+
+void PrintTo(const Request& value, std::ostream* out)
+{
+    *out << value.name;
+}
 
 std::string with_directory(const std::string& text, const std::string& directory)
 {

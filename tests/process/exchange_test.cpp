@@ -1,6 +1,7 @@
 // The exchange with a service that answers, in whatever way.
 #include "tests/process/launcher_process.h"
 
+#include <ostream>
 namespace
 {
 
@@ -143,6 +144,11 @@ struct Answer {
     std::string bytes;
     int exit_status;
 };
+
+void PrintTo(const Answer& value, std::ostream* out)
+{
+    *out << value.name;
+}
 
 class ExchangeAnswer : public LauncherProcess, public testing::WithParamInterface<Answer>
 {};
