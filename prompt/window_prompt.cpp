@@ -13,14 +13,15 @@
 namespace
 {
 
+bool is_set(const char* variable)
+{
+    const char* value = std::getenv(variable);
+    return value != nullptr && *value != '\0';
+}
+
 bool has_display()
 {
-    for (const char* variable : {"WAYLAND_DISPLAY", "DISPLAY"}) {
-        const char* display = std::getenv(variable);
-        if (display != nullptr && *display != '\0')
-            return true;
-    }
-    return false;
+    return is_set("WAYLAND_DISPLAY") || is_set("DISPLAY");
 }
 
 void ignore_message(QtMsgType /*type*/, const QMessageLogContext& /*context*/,
