@@ -14,6 +14,7 @@ uid_t asked_for = 0;
 
 } // namespace
 
+// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name): the system's is reserved
 passwd* getpwuid(uid_t user)
 {
     asked_for = user;

@@ -118,7 +118,7 @@ TEST_F(StartedService, KeepsTheEnvironmentOfItsStarter)
 
     std::string expected;
     for (const auto& [name, value] : cold.environment)
-        expected += name + "=" + value + '\0';
+        expected.append(name).append("=").append(value).push_back('\0');
     EXPECT_EQ(service.record("environment"), expected);
 }
 
@@ -183,7 +183,7 @@ TEST_F(ServiceStart, LetsACommandSubstitutionSeeTheEndOfTheOutput)
 {
     const ScriptedService service(scratch, "wait");
     Invocation shell = invocation(scratch, "/bin/sh",
-                                  {"-c", "x=$(\"$0\" 2>&1); printf '%s' \"$x\"", TEST_LAUNCHER});
+                                  {"-c", R"(x=$("$0" 2>&1); printf '%s' "$x")", TEST_LAUNCHER});
     service.add_to(shell.environment);
 
     const Outcome outcome = run(shell);
@@ -207,7 +207,7 @@ TEST_F(ServiceStart, DetachesInTheChildInTheGivenOrder)
             step.erase(step.find(' '));
     EXPECT_EQ(steps, (Names{"close(1", "close(0", "close(2", "open(/dev/null, r)",
                             "open(/dev/null, w)", "open(/dev/null, w)", "setsid()",
-                            "execv(" TEST_PRODUCT_DIR "/bin/tolm_service)"}));
+                            std::string("execv(") + TEST_PRODUCT_DIR + "/bin/tolm_service)"}));
 }
 
 TEST_F(ServiceStart, AFailedForkEndsTheRunBeforeTheCommandLineIsLookedAt)

@@ -51,7 +51,7 @@ TEST_F(ColdStart, OfTwoLaunchersAtTheSameMomentBothAreAnsweredAndOneServiceSurvi
 TEST_F(ColdStart, ACommandSubstitutionSeesTheEndOfTheLaunchersOutput)
 {
     Invocation shell =
-        launcher({"-c", "x=$(\"$0\" a b 2>&1); echo \"ended $?, said '$x'\"", PRODUCT_LAUNCHER});
+        launcher({"-c", R"(x=$("$0" a b 2>&1); echo "ended $?, said '$x'")", PRODUCT_LAUNCHER});
     shell.path = "/bin/sh";
 
     EXPECT_EQ(Program(shell).run(), (Outcome{.exit_status = 0, .out = "ended 0, said ''\n"}));

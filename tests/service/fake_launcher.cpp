@@ -112,27 +112,27 @@ void FakeLauncher::announce() const
         throw std::runtime_error("the announcement cannot be written");
 }
 
-void FakeLauncher::open_request()
+void FakeLauncher::open_request() const
 {
     order('q');
 }
 
-void FakeLauncher::open_response()
+void FakeLauncher::open_response() const
 {
     order('p');
 }
 
-void FakeLauncher::write_request(const std::string& bytes)
+void FakeLauncher::write_request(const std::string& bytes) const
 {
     order('w', bytes);
 }
 
-void FakeLauncher::close_request()
+void FakeLauncher::close_request() const
 {
     order('c');
 }
 
-std::string FakeLauncher::read_reply()
+std::string FakeLauncher::read_reply() const
 {
     return order('r').substr(1);
 }
@@ -146,10 +146,10 @@ void FakeLauncher::kill()
     ended = true;
 }
 
-std::string FakeLauncher::order(char what, const std::string& text)
+std::string FakeLauncher::order(char what, const std::string& text) const
 {
     send(socket, what + text);
-    const std::string answer = receive(socket);
+    std::string answer = receive(socket);
     if (answer.empty() || answer == "failed")
         throw std::runtime_error("the fake launcher could not do its step");
     return answer;

@@ -29,19 +29,19 @@ class FakeLauncher
     /** Writes the announcement, in place of the launcher, to the rendezvous FIFO. */
     void announce() const;
 
-    void open_request();
-    void open_response();
-    void write_request(const std::string& bytes);
-    void close_request();
+    void open_request() const;
+    void open_response() const;
+    void write_request(const std::string& bytes) const;
+    void close_request() const;
 
     /** What one read of the response gives. */
-    std::string read_reply();
+    std::string read_reply() const;
 
     /** Ends the process as SIGKILL does, and waits for that. */
     void kill();
 
   private:
-    std::string order(char what, const std::string& text = "");
+    std::string order(char what, const std::string& text = "") const;
 
     std::string directory;
     int socket = -1;
