@@ -62,11 +62,6 @@ void __throw_length_error(const char* /*what*/)
     ::_exit(failure);
 }
 
-void __throw_out_of_range(const char* /*what*/)
-{
-    ::_exit(failure);
-}
-
 void __throw_out_of_range_fmt(const char* /*format*/, ...)
 {
     ::_exit(failure);

@@ -12,6 +12,7 @@ namespace
 int fail(std::string_view how)
 {
     volatile std::size_t size = SIZE_MAX / 2; // so that no compiler sees the failure coming
+    const char* volatile no_text = nullptr;
     std::string text;
     std::vector<std::string> texts;
     if (how == "memory")
@@ -23,6 +24,8 @@ int fail(std::string_view how)
         texts.reserve(size);
     else if (how == "range")
         text.erase(size);
+    else if (how == "nothing")
+        text = std::string(no_text);
     return 0;
 }
 

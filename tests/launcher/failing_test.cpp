@@ -17,6 +17,6 @@ TEST_P(Failing, EndsTheProcessWith255AndSaysNothing)
 }
 
 INSTANTIATE_TEST_SUITE_P(ForWant, Failing,
-                         testing::Values("memory", "length", "elements", "range"));
+                         testing::Values("memory", "length", "elements", "range", "nothing"));
 
 } // namespace
