@@ -1,7 +1,7 @@
 #include "platform/ks.h"
 
 #include <array>
-#include <cstring>
+#include <cerrno>
 #include <fcntl.h>
 #include <string_view>
 #include <unistd.h>
@@ -9,9 +9,10 @@
 namespace
 {
 
-constexpr std::size_t path_size = 4096;
+using PathBuffer = std::array<char, 4096>;
 constexpr std::string_view install_prefix = PLATFORM_INSTALL_PREFIX;
 constexpr std::string_view program_folder = "/bin";
+static_assert(install_prefix.size() < PathBuffer().size());
 
 std::string_view product_of(std::string_view program)
 {
@@ -19,6 +20,15 @@ std::string_view product_of(std::string_view program)
     if (slash == std::string_view::npos || !program.substr(0, slash).ends_with(program_folder))
         return install_prefix;
     return program.substr(0, slash - program_folder.size());
+}
+
+/** Read into `program`; empty when the program's path is longer than the system's paths are. */
+std::string_view product_directory(PathBuffer& program)
+{
+    const ssize_t length = ::readlink("/proc/self/exe", program.data(), program.size());
+    if (length < 0)
+        return errno == ENAMETOOLONG ? std::string_view() : install_prefix;
+    return product_of({program.data(), static_cast<std::size_t>(length)});
 }
 
 } // namespace
@@ -33,13 +43,8 @@ void ks_system_init()
 
 char* ks_product_dir(char* buffer, int /*reserved*/)
 {
-    std::array<char, path_size> program;
-    const ssize_t length = ::readlink("/proc/self/exe", program.data(), program.size());
-    std::string_view directory =
-        length < 0 ? install_prefix
-                   : product_of({program.data(), static_cast<std::size_t>(length)});
-    if (directory.size() >= path_size)
-        directory = {};
+    PathBuffer program;
+    const std::string_view directory = product_directory(program);
     buffer[directory.copy(buffer, directory.size())] = '\0';
     return buffer;
 }

@@ -45,7 +45,8 @@ bool RequestCheck::open_next()
         return fail(std::strerror(errno));
     if (S_ISDIR(entry.st_mode))
         return true; // it has no text of its own
-    if (!S_ISREG(entry.st_mode) && !S_ISCHR(entry.st_mode))
+    is_device = S_ISCHR(entry.st_mode);
+    if (!S_ISREG(entry.st_mode) && !is_device)
         return fail("expected a file or a directory");
     try {
         check.emplace(encoding_types[request.encoding]);
@@ -63,6 +64,8 @@ bool RequestCheck::read_slice()
     if (length < 0)
         return fail(std::strerror(errno));
     const bool ended = length == 0;
+    if (is_device && !ended) // only the null device is a file, an empty one
+        return fail("expected a file or a directory");
     const bool valid =
         ended ? check->at_end() : check->feed({slice.data(), static_cast<std::size_t>(length)});
     if (!valid)

@@ -36,6 +36,7 @@ class RequestCheck
     pid_t launcher;
     std::size_t next = 0; // the contributor to open next
     Descriptor file;      // the one being read
+    bool is_device = false;
     std::optional<EncodingCheck> check;
     std::string why;
 };

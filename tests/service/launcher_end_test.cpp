@@ -1,5 +1,6 @@
 // A launcher that ends before it was answered: its FIFOs go, the next launcher is served.
 #include "tests/service/fake_launcher.h"
+#include "tests/service/huge_file.h"
 #include "tests/service/service_process.h"
 
 #include <gmock/gmock.h>
@@ -87,10 +88,12 @@ TEST_F(LauncherEnd, WhileItsFilesAreRead)
     fake->open_response();
     fake->write_request(
         "<methodCall><methodName>RequestHandler.Compare</methodName><params><param><value><array>"
-        "<data><value><string>zero</string></value></data></array></value></param><param><value>"
-        "<array><data><value><string>/dev/zero</string></value></data></array></value></param>"
+        "<data><value><string>huge</string></value></data></array></value></param><param><value>"
+        "<array><data><value><string>" +
+        huge_file(scratch) +
+        "</string></value></data></array></value></param>"
         "<param><value><string>utf8_file_delta</string></value></param></params></methodCall>\n");
-    pass_through_service(); // others are served beside an endless file
+    pass_through_service(); // others are served beside a huge file
 
     kill_and_expect_nothing_left();
 }

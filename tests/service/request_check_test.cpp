@@ -1,4 +1,5 @@
 #include "service/request_check.h"
+#include "tests/service/huge_file.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -39,9 +40,15 @@ TEST(RequestCheck, AMissingContributorIsNamed)
     EXPECT_EQ(problem_with("/no/such/file"), "/no/such/file: No such file or directory");
 }
 
-TEST(RequestCheck, AnEndlessFileIsReadASliceAtATime)
+TEST(RequestCheck, ADeviceThatHasSomethingToReadIsNoFile)
 {
-    RequestCheck check({.contributors = {"/dev/zero"}}, ::getpid());
+    EXPECT_EQ(problem_with("/dev/zero"), "/dev/zero: expected a file or a directory");
+}
+
+TEST(RequestCheck, AHugeFileIsReadASliceAtATime)
+{
+    const Scratch scratch;
+    RequestCheck check({.contributors = {huge_file(scratch)}}, ::getpid());
     for (int slices = 0; slices < 100; ++slices)
         EXPECT_FALSE(check.step().has_value());
 }
