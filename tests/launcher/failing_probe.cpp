@@ -11,13 +11,12 @@ namespace
 
 int fail(std::string_view how)
 {
-    volatile std::size_t size = SIZE_MAX / 2; // so that no compiler sees the failure coming
+    volatile std::size_t size = SIZE_MAX; // so that no compiler sees the failure coming
     const char* volatile no_text = nullptr;
     std::string text;
     std::vector<std::string> texts;
     if (how == "memory")
         ::operator delete(::operator new(size));
-    size = SIZE_MAX;
     if (how == "length")
         text.reserve(size);
     else if (how == "elements")
