@@ -10,7 +10,7 @@
 /** Makes a sparse file of a tebibyte of NULs, and returns its full path. */
 inline std::string huge_file(const Scratch& scratch)
 {
-    const std::string path = scratch.write_file("huge", "");
+    std::string path = scratch.write_file("huge", "");
     std::filesystem::resize_file(path, std::uintmax_t{1} << 40);
     return path;
 }
