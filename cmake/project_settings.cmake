@@ -10,7 +10,7 @@ target_compile_options(project_settings INTERFACE
   $<$<COMPILE_LANGUAGE:CXX>:-Wold-style-cast>
   $<$<CXX_COMPILER_ID:GNU>:-Wduplicated-cond -Wduplicated-branches -Wlogical-op>
   -ffunction-sections -fdata-sections)
-target_link_options(project_settings INTERFACE -Wl,--gc-sections)
+target_link_options(project_settings INTERFACE -Wl,--gc-sections -Wl,--as-needed)
 
 option(QUARNFOLD_HARDENED "Harden the programs: fortify, stack protector, PIE, full RELRO" ON)
 if(QUARNFOLD_HARDENED)
