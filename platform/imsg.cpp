@@ -2,7 +2,6 @@
 
 #include "platform/catalogue.h"
 
-#include <cerrno>
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
