@@ -12,11 +12,11 @@
 #include <span>
 #include <vector>
 
-/** One range of lines for each contributor, and for each whether a hunk of it is in the group (for
-    the first: always false). */
+/** For each contributor a range of lines, and its hunks in it: none for the first, and none where
+    its lines are those of the first. The hunks are those that align was given. */
 struct AlignedGroup {
     std::vector<LineRange> lines;
-    std::vector<bool> has_hunk;
+    std::vector<std::span<const Hunk>> hunks;
 };
 
 /** In order. `hunks[i]` are those of contributor i + 1 against contributor 0. */

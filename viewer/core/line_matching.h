@@ -37,3 +37,6 @@ bool is_blank(std::string_view line);
 
 /** A line without what the options ignore in it; its end is not part of it. */
 std::string reduced_line(std::string_view line, const CompareOptions& options);
+
+/** Every character in lower case, where it has one. */
+std::string lower_case(std::string_view text);
