@@ -13,11 +13,11 @@ class ManyLaunchers : public ServiceProcess
     /** Runs `count` launchers at once, every third of which must fail. */
     void run_at_once(int count)
     {
-        std::list<Program> programs;
+        std::list<Program> launchers;
         for (int i = 0; i < count; ++i)
-            programs.emplace_back(launcher({"a", i % 3 == 0 ? "bad" : "b"})).start();
+            launchers.emplace_back(launcher({"a", i % 3 == 0 ? "bad" : "b"})).start();
         int i = 0;
-        for (Program& program : programs) {
+        for (Program& program : launchers) {
             EXPECT_EQ(program.wait(), i % 3 == 0 ? silent_failure : success) << "launcher " << i;
             ++i;
         }
@@ -30,8 +30,7 @@ TEST_F(ManyLaunchers, FiftyAtOnceAreAllAnsweredAndLeaveNothingBehind)
 
     run_at_once(50);
 
-    EXPECT_EQ(scratch.user_listing(),
-              (Names{rendezvous_pipe, "tolm_service.log", service_pid_file}));
+    EXPECT_EQ(scratch.user_listing(), files_of_service());
 }
 
 } // namespace
