@@ -73,9 +73,9 @@ std::string TripleMaker::joined_lines(const Lines& lines)
 
 Triple TripleMaker::make()
 {
-    Lines ancestor(below(40));
+    Lines ancestor(below(80));
     std::ranges::generate(ancestor, [&] { return line(); });
-    std::vector<std::size_t> places(below(5));
+    std::vector<std::size_t> places(below(9));
     std::ranges::generate(places, [&] { return below(ancestor.size() + 1); });
     const Lines common = below(3) == 0 ? edited(ancestor, places) : ancestor;
     const Lines first = edited(common, places);
