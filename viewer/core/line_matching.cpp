@@ -135,6 +135,14 @@ char32_t lower_case(char32_t character)
     return static_cast<char32_t>(::towlower_l(static_cast<std::wint_t>(character), all_characters));
 }
 
+std::string lower_case(std::string_view text)
+{
+    std::string lower;
+    for (std::size_t at = 0; at < text.size();)
+        append_lower(lower, text, at);
+    return lower;
+}
+
 bool is_blank(std::string_view line)
 {
     return std::ranges::all_of(

@@ -38,3 +38,4 @@ bool is_blank(std::string_view line);
 /** In lower case, where there is one. By the C library's table for all of Unicode, whatever the
     process's locale. */
 char32_t lower_case(char32_t character);
+std::string lower_case(std::string_view text);
