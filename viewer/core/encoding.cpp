@@ -133,6 +133,11 @@ Decoded decode_units(std::string_view bytes)
     decoded.content.reserve(bytes.size() / form.unit_bytes);
     std::size_t at = 0;
     while (bytes.size() - at >= form.unit_bytes) {
+        if (const char32_t unit = unit_at<form>(bytes, at); unit < 0x80) { // most of most texts
+            decoded.content += static_cast<char>(unit);
+            at += form.unit_bytes;
+            continue;
+        }
         const TakenOrFault next =
             form.unit_bytes == 2 ? take_utf16<form>(bytes, at) : take_utf32<form>(bytes, at);
         if (const auto* fault = std::get_if<TextFault>(&next)) {
@@ -158,9 +163,21 @@ Decoded decode_utf8(std::string bytes)
 
 void append_unit(std::string& bytes, char32_t unit, const Form& form)
 {
+    std::array<char, 4> ordered{};
     for (unsigned index = 0; index < form.unit_bytes; ++index) {
         const unsigned place = form.high_byte_first ? form.unit_bytes - 1 - index : index;
-        bytes += static_cast<char>(unit >> (8U * place) & 0xffU);
+        ordered[index] = static_cast<char>(unit >> (8U * place) & 0xffU);
+    }
+    bytes.append(ordered.data(), form.unit_bytes);
+}
+
+void append_in_form(std::string& bytes, char32_t character, const Form& form)
+{
+    if (form.unit_bytes == 2 && character > 0xffff) {
+        append_unit(bytes, 0xd800U + ((character - 0x10000U) >> 10U), form);
+        append_unit(bytes, 0xdc00U + (character & 0x3ffU), form);
+    } else {
+        append_unit(bytes, character, form);
     }
 }
 
@@ -189,14 +206,7 @@ std::string from_utf8(std::string_view content, int encoding)
         return std::string(content);
     std::string bytes;
     bytes.reserve(content.size() * form.unit_bytes);
-    for (std::size_t at = 0; at < content.size();) {
-        const char32_t character = take_character(content, at);
-        if (form.unit_bytes == 2 && character > 0xffff) {
-            append_unit(bytes, 0xd800U + ((character - 0x10000U) >> 10U), form);
-            append_unit(bytes, 0xdc00U + (character & 0x3ffU), form);
-        } else {
-            append_unit(bytes, character, form);
-        }
-    }
+    for (std::size_t at = 0; at < content.size();)
+        append_in_form(bytes, take_character(content, at), form);
     return bytes;
 }

@@ -11,13 +11,14 @@
 #include <functional>
 #include <stop_token>
 #include <string>
+#include <string_view>
 #include <vector>
 
 enum class EntryKind : std::uint8_t { missing, file, directory, link, other };
 
 enum class EntryState : std::uint8_t {
     pending,      // contents not compared yet
-    same,         // as in the first contributor that has it
+    same,         // as in the first contributor that has it; for that one: as in some other
     different,    //
     only_here,    // in no other contributor
     missing,      // not in this contributor
@@ -41,8 +42,8 @@ struct FolderRow {
     std::size_t depth() const;
     std::string_view name() const;
 
-    /** The state that says most about the row: unreadable, kinds_differ, different, only_here,
-        missing (in some contributors), pending, same; the first of these that any entry has. */
+    /** The state that says most about the row: unreadable, kinds_differ, different, pending,
+        only_here, missing, same; the first of these that any entry has. */
     EntryState state() const;
 };
 
@@ -53,7 +54,11 @@ struct FolderComparison {
     std::vector<std::string> roots;
     std::vector<FolderRow> rows; // a folder is right before what it holds; names in byte order
 
+    /** Folders that are the same are left out. */
     StateCounts counts() const;
+
+    /** For each row its own state, for a folder the one that says most of all below it, too. */
+    std::vector<EntryState> summaries() const;
 };
 
 /** Lists the folders. A folder that cannot be listed is a row that is unreadable; for a root that
@@ -61,15 +66,15 @@ struct FolderComparison {
 FolderComparison list_folders(const std::vector<std::string>& roots,
                               const std::stop_token& stop = {});
 
-/** Compares the contents of one row that is pending, and returns it with the states that it then
-    has. Needs nothing but the row and the roots, so another thread may call it. */
+/** A row with the states that it has once its contents are compared; the row itself when nothing of
+    it is pending, or after a stop. Needs nothing but its arguments, so any thread may call it. */
 FolderRow compared_row(const std::vector<std::string>& roots, FolderRow row,
                        const std::stop_token& stop = {});
 
 /** Told the index of a row and its new content. */
 using RowCompared = std::function<void(std::size_t, const FolderRow&)>;
 
-/** Compares the contents of all pending rows of `listed`, and tells each. Ends early after a
+/** Compares the contents of all pending rows, and tells each when it is done. Ends early after a
     stop. */
 void compare_contents(const FolderComparison& listed, const RowCompared& tell,
                       const std::stop_token& stop = {});

@@ -8,6 +8,7 @@
 #include <cwctype>
 #include <deque>
 #include <functional>
+#include <utility>
 
 namespace
 {
@@ -19,7 +20,9 @@ class LineTable
   public:
     explicit LineTable(std::size_t most_lines) : slots(std::bit_ceil(2 * most_lines + 1)) {}
 
-    std::uint32_t number(std::string_view line)
+    /** `keep` gives a text that equals `line` and stays; it is asked for new lines only. */
+    template<class Keep>
+    std::uint32_t number(std::string_view line, const Keep& keep)
     {
         const std::size_t hash = std::hash<std::string_view>()(line);
         const std::size_t mask = slots.size() - 1;
@@ -27,7 +30,7 @@ class LineTable
         while (slots[at] != 0 && !is_known(slots[at], hash, line))
             at = (at + 1) & mask;
         if (slots[at] == 0) {
-            known.push_back({hash, line});
+            known.push_back({hash, keep(line)});
             slots[at] = static_cast<std::uint32_t>(known.size());
         }
         return slots[at] - 1;
@@ -54,73 +57,89 @@ bool is_white(char byte)
     return byte == ' ' || byte == '\t' || byte == '\v' || byte == '\f';
 }
 
-std::string without_white_space(std::string_view line)
+char32_t lower_ascii(char32_t character)
 {
-    std::string rest;
-    rest.reserve(line.size());
-    std::ranges::copy_if(line, std::back_inserter(rest), [](char byte) { return !is_white(byte); });
-    return rest;
+    return character >= 'A' && character <= 'Z' ? character + ('a' - 'A') : character;
 }
 
-/** Runs of white space become one space, and the one at the end goes. */
-std::string with_single_spaces(std::string_view line)
+void append_lower(std::string& text, std::string_view line, std::size_t& at)
 {
-    std::string rest;
-    rest.reserve(line.size());
-    bool pending = false;
-    for (const char byte : line) {
-        if (!is_white(byte)) {
-            if (pending)
-                rest += ' ';
-            rest += byte;
-        }
-        pending = is_white(byte);
+    const char byte = line[at];
+    if (static_cast<unsigned char>(byte) < 0x80) {
+        text += static_cast<char>(lower_ascii(static_cast<unsigned char>(byte)));
+        ++at;
+    } else {
+        append_character(text, lower_case(take_character(line, at)));
     }
-    return rest;
 }
 
-/** Owns the texts that lines were reduced to. */
-class LineKeys
+/** Runs of white space become one space, or nothing; at the end of the line always nothing. */
+void append_reduced(std::string& text, std::string_view line, const CompareOptions& options)
+{
+    bool pending_space = false;
+    for (std::size_t at = 0; at < line.size();) {
+        if (options.white_space != WhiteSpace::counts && is_white(line[at])) {
+            pending_space = options.white_space == WhiteSpace::amount_ignored;
+            ++at;
+            continue;
+        }
+        if (std::exchange(pending_space, false))
+            text += ' ';
+        if (options.ignore_case)
+            append_lower(text, line, at);
+        else
+            text += line[at++];
+    }
+}
+
+/** Numbers the lines of texts that outlive it. */
+class Numbering
 {
   public:
-    explicit LineKeys(const CompareOptions& wanted)
-        : options(wanted), as_it_is(wanted.white_space == WhiteSpace::counts && !wanted.ignore_case)
+    Numbering(const CompareOptions& wanted, std::size_t most_lines)
+        : options(wanted),
+          reduces(wanted.white_space != WhiteSpace::counts || wanted.ignore_case),
+          table(most_lines)
     {
     }
 
-    std::string_view key(const Text& text, std::size_t line)
+    std::uint32_t number(const Text& text, std::size_t line)
     {
-        if (as_it_is)
-            return options.ignore_line_ends ? text.line(line) : text.whole_line(line);
-        std::string& reduced = owned.emplace_back(reduced_line(text.line(line), options));
+        if (!reduces)
+            return table.number(options.ignore_line_ends ? text.line(line) : text.whole_line(line),
+                                [](std::string_view of_text) { return of_text; });
+        reduced.clear();
+        append_reduced(reduced, text.line(line), options);
         if (!options.ignore_line_ends)
             reduced += line_end_text(text.line_end(line));
-        return reduced;
+        return table.number(reduced, [this](std::string_view key) -> std::string_view {
+            return kept.emplace_back(key);
+        });
     }
 
   private:
-    const CompareOptions& options;
-    bool as_it_is;
-    std::deque<std::string> owned;
+    CompareOptions options;
+    bool reduces;
+    LineTable table;
+    std::string reduced;
+    std::deque<std::string> kept;
 };
 
-/** The C library's table for all of Unicode, whatever the process's locale. */
+} // namespace
+
 char32_t lower_case(char32_t character)
 {
     static const locale_t all_characters = ::newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
     if (character < 0x80 || all_characters == nullptr)
-        return character >= 'A' && character <= 'Z' ? character + ('a' - 'A') : character;
+        return lower_ascii(character);
     return static_cast<char32_t>(::towlower_l(static_cast<std::wint_t>(character), all_characters));
 }
-
-} // namespace
 
 std::string lower_case(std::string_view text)
 {
     std::string lower;
-    lower.reserve(text.size());
     for (std::size_t at = 0; at < text.size();)
-        append_character(lower, lower_case(take_character(text, at)));
+        append_lower(lower, text, at);
     return lower;
 }
 
@@ -130,37 +149,19 @@ bool is_blank(std::string_view line)
         line, [](char byte) { return is_white(byte) || byte == '\r' || byte == '\n'; });
 }
 
-std::string reduced_line(std::string_view line, const CompareOptions& options)
-{
-    std::string reduced;
-    switch (options.white_space) {
-    case WhiteSpace::counts:
-        reduced = line;
-        break;
-    case WhiteSpace::amount_ignored:
-        reduced = with_single_spaces(line);
-        break;
-    case WhiteSpace::ignored:
-        reduced = without_white_space(line);
-        break;
-    }
-    return options.ignore_case ? lower_case(reduced) : reduced;
-}
-
 std::vector<LineNumbers> number_lines(const Texts& texts, const CompareOptions& options,
                                       const std::stop_token& stop)
 {
     std::size_t all_lines = 0;
     for (const auto& text : texts)
         all_lines += text->line_count();
-    LineTable table(all_lines);
-    LineKeys keys(options);
+    Numbering numbering(options, all_lines);
     std::vector<LineNumbers> numbers(texts.size());
     for (std::size_t index = 0; index < texts.size(); ++index) {
         const Text& text = *texts[index];
         numbers[index].reserve(text.line_count());
         for (std::size_t line = 0; line < text.line_count() && !stop.stop_requested(); ++line)
-            numbers[index].push_back(table.number(keys.key(text, line)));
+            numbers[index].push_back(numbering.number(text, line));
     }
     return numbers;
 }

@@ -28,11 +28,16 @@ struct ResultPosition {
 };
 
 /** Where a row of the result comes from. */
-enum class RowOrigin : std::uint8_t { contributor, typed, unresolved };
+enum class RowOrigin : std::uint8_t {
+    contributor,
+    typed,
+    unresolved, // in place of a conflict
+    end,        // the empty row behind the last end of line
+};
 
 struct ResultRow {
-    std::string_view content{}; // without the end of line; valid until the next change
-    LineEnd end = LineEnd::none;
+    std::string_view content{};  // without the end of line; valid until the next change
+    LineEnd end = LineEnd::none; // none also for rows that are no line
     RowOrigin origin = RowOrigin::contributor;
     std::size_t contributor = 0; // for RowOrigin::contributor
     std::size_t region = 0;
@@ -107,25 +112,56 @@ class MergeResult
     std::string bytes() const;
 
   private:
-    /** Lines in one piece of one origin. Consecutive pieces make the result; every region has at
-        least one piece, perhaps an empty one. */
+    /** Lines of one origin. Pieces in order make the result; every region has at least one, perhaps
+        an empty one. */
     struct Piece {
         std::size_t region = 0;
         RowOrigin origin = RowOrigin::contributor;
         std::size_t contributor = 0;
+        std::shared_ptr<const Text> text{}; // null for an unresolved conflict
         LineRange lines{};
-        std::shared_ptr<const Text> typed{};
 
-        std::size_t row_count() const;
+        std::size_t row_count() const { return text ? lines.size() : 1; }
     };
 
     /** Pieces from `at` on gave way to others. */
     struct Splice {
         std::size_t at = 0;
-        std::vector<Piece> removed;
-        std::vector<Piece> inserted;
+        std::vector<Piece> removed{};
+        std::vector<Piece> inserted{};
     };
-    using Step = std::vector<Splice>;
+
+    /** What undo takes back at once. */
+    struct Step {
+        std::size_t id = 0; // differs from those of all other states
+        std::vector<Splice> splices{};
+    };
+
+    /** Where a row is. */
+    struct Place {
+        std::size_t piece;
+        std::size_t line; // of the piece's text
+    };
+
+    Piece contributed(std::size_t region, std::size_t contributor) const;
+    static Piece typed(std::size_t region, std::string content);
+    Piece initial(std::size_t region) const;
+
+    LineRange pieces_of(std::size_t region) const;
+    Place place_of(std::size_t row) const;
+    std::size_t end_row() const { return first_rows.back(); }
+    bool has_row_behind_end() const;
+    LineEnd stored_end(std::size_t row) const;
+    LineEnd neighbours_end(std::size_t row) const;
+
+    Splice splice_for_typing(std::size_t first_row, std::size_t last_row,
+                             std::string content) const;
+    void keep_every_region(Splice& splice) const;
+
+    void put(std::size_t at, std::size_t count, const std::vector<Piece>& others);
+    void do_step(std::vector<Splice> splices, bool join_last_step = false);
+    void choose_pieces(std::size_t region, std::vector<Piece> chosen);
+    std::size_t state_id() const { return done.empty() ? 0 : done.back().id; }
 
     Texts texts;
     MergePlan merge_plan;
@@ -133,5 +169,6 @@ class MergeResult
     std::vector<std::size_t> first_rows; // of each piece, and their number behind the last
     std::vector<Step> done;
     std::vector<Step> undone;
-    std::size_t saved_steps = 0;
+    std::size_t last_id = 0;
+    std::size_t saved_id = 0;
 };
