@@ -5,6 +5,8 @@
 #include "support/joined.h"
 
 #include <algorithm>
+#include <climits>
+#include <set>
 
 namespace
 {
@@ -151,13 +153,18 @@ class Pairing
     {
         if (name == names.size() || contributor == contributors.size())
             return name == names.size() && contributor == contributors.size();
+        if (dead_ends.contains({name, contributor}))
+            return false;
         for (std::size_t end = contributor; end < contributors.size(); ++end) {
             const std::string path(span(contributors[contributor], contributors[end]));
+            if (path.size() >= PATH_MAX)
+                break; // nor is anything longer a path
             if (steps_left-- <= 0)
                 return false;
             if (is_there(path) && name_from(name, path, end + 1, request))
                 return true;
         }
+        dead_ends.emplace(name, contributor);
         return false;
     }
 
@@ -166,6 +173,8 @@ class Pairing
         request.contributors.push_back(path);
         for (std::size_t end = name; end < names.size() && steps_left-- > 0; ++end) {
             const std::string_view text = span(names[name], names[end]);
+            if (end > name && text.size() > path.size())
+                break; // nor is anything longer the path's typed name
             if (end > name && !is_typed_name(text, path))
                 continue;
             request.names.emplace_back(text);
@@ -180,6 +189,7 @@ class Pairing
     Pieces names;
     Pieces contributors;
     const PathTest& is_there;
+    std::set<std::pair<std::size_t, std::size_t>> dead_ends; // where no pair leads to the end
     int steps_left = 0;
 };
 

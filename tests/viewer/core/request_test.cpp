@@ -155,6 +155,24 @@ TEST(DecodeRequest, ThousandsOfContributorsAreDecoded)
     EXPECT_EQ(request->contributors, info.contributors);
 }
 
+TEST(DecodeRequest, AFewOddNamesAmongHundredsAreFoundInTime)
+{
+    Texts names;
+    for (int i = 0; i < 400; ++i)
+        names.push_back((i % 100 == 0 ? "x" + between_elements : "x") + std::to_string(i));
+    expect_round_trip(command_line(names));
+}
+
+TEST(DecodeRequest, OneOddNameGivenManyTimesIsFoundInTime)
+{
+    const DiffMrgCommandLineInfo info = command_line(Texts(40, between_elements));
+
+    const auto request = decode_request(info.construct_xml(), files_of(info));
+
+    ASSERT_TRUE(request.has_value());
+    EXPECT_EQ(request->contributors, info.contributors);
+}
+
 TEST(DecodeRequest, EveryDocumentThatIsCutShortIsNoRequest)
 {
     const DiffMrgCommandLineInfo info = command_line({"A", "B"});
