@@ -22,8 +22,8 @@ namespace
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
-// For a launcher between its look at the lock and its opening of the FIFO: microseconds, mostly.
-constexpr milliseconds last_announcements{200};
+// For a launcher between its look at the lock and its announcement: microseconds, mostly.
+constexpr milliseconds last_announcements{100};
 // Whoever removes the whole directory removes the FIFO first: remade at once, it would be in the
 // way.
 constexpr milliseconds doubt{100};
@@ -168,7 +168,7 @@ void Server::begin(Announcement announcement)
 void Server::keep_within_descriptors()
 {
     const bool is_full = calls.size() >= most_calls;
-    if (!rendezvous || is_full == is_paused)
+    if (is_stopping() || is_full == is_paused)
         return;
     events.pause(rendezvous.get(), is_full);
     is_paused = is_full;
@@ -193,13 +193,15 @@ void Server::stop()
     watch.reset();
     directory_doubted_until.reset();
     lock.reset();
+    events.pause(rendezvous.get(), true);
     viewers.close();
     rendezvous_open_until = steady_clock::now() + last_announcements;
 }
 
 void Server::close_rendezvous()
 {
-    take_announcements();
+    if (!ServiceLock::holder(directory.descriptor()))
+        take_announcements();
     rendezvous = Descriptor();
     rendezvous_open_until.reset();
 }

@@ -5,8 +5,8 @@
  * Its end in order, at SIGTERM and SIGINT or when its directory is gone:
  *
  *   1. the lock is released: the next launcher starts a new service
- *   2. announcements are taken for a moment more, from launchers that saw the lock before; each is
- *      one write and is read as a whole, so that two services can read the FIFO side by side
+ *   2. a moment later, announcements of launchers that saw the lock before are taken, unless a new
+ *      service has the lock: it takes them then
  *   3. the rendezvous FIFO is closed; it stays on disk
  *   4. open windows stay until they are closed
  */

@@ -74,6 +74,8 @@ TEST_P(OrderOfEnd, TheNextLauncherGetsANewServiceBesideTheOld)
 
     EXPECT_TRUE(until([this] { return lock_holder().has_value(); }));
     EXPECT_NE(lock_holder(), running_service.pid());
+    EXPECT_TRUE(
+        until([this] { return status().find("requests served: 1\n") != std::string::npos; }));
     close_windows();
     EXPECT_EQ(window->wait(), success);
 }
