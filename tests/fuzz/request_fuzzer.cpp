@@ -6,7 +6,7 @@
  */
 #include "cmdline/command_line_info.h"
 #include "cmdline/encodings.h"
-#include "service/request.h"
+#include "viewer/core/request.h"
 #include "tests/fuzz/fuzzer.h"
 
 #include <algorithm>

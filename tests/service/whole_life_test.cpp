@@ -16,7 +16,7 @@ class WholeLife : public ServiceProcess
         Invocation run = invocation(scratch, VALGRIND,
                                     {"--track-fds=yes", "--leak-check=full", "--error-exitcode=99",
                                      "--child-silent-after-fork=yes", "--log-file=" + findings_file,
-                                     SERVICE_PROGRAM, "--foreground", "Kelvanport"});
+                                     programs + "tolm_service", "--foreground", "Kelvanport"});
         run.environment["LD_PRELOAD"] = PIDFD_LIBRARY;
         return run;
     }

@@ -1,0 +1,76 @@
+#include "viewer/core/hunks.h"
+
+#include <algorithm>
+#include <git2.h>
+#include <string>
+
+namespace
+{
+
+class Libgit2
+{
+  public:
+    Libgit2() { ::git_libgit2_init(); }
+    ~Libgit2() { ::git_libgit2_shutdown(); }
+    Libgit2(const Libgit2&) = delete;
+    Libgit2& operator=(const Libgit2&) = delete;
+    Libgit2(Libgit2&&) = delete;
+    Libgit2& operator=(Libgit2&&) = delete;
+};
+
+constexpr int digits = 5; // of seven bits each: enough for any number
+
+/** A line of text for each number. libgit2 reads text only, and goes through short lines faster
+    than through those of the files. */
+std::string as_text(std::span<const std::uint32_t> numbers)
+{
+    std::string text;
+    text.reserve(numbers.size() * (digits + 1));
+    for (std::uint32_t number : numbers) {
+        for (int digit = 0; digit < digits; ++digit, number >>= 7U)
+            text += static_cast<char>(0x80U | (number & 0x7fU));
+        text += '\n';
+    }
+    return text;
+}
+
+/** Where there are no lines, libgit2 gives the line before. */
+LineRange range_of(int start, int lines)
+{
+    const auto begin = static_cast<std::size_t>(lines > 0 ? start - 1 : start);
+    return {begin, begin + static_cast<std::size_t>(lines)};
+}
+
+int take_hunk(const git_diff_delta*, const git_diff_hunk* hunk, void* hunks)
+{
+    static_cast<std::vector<Hunk>*>(hunks)->push_back(
+        {range_of(hunk->old_start, hunk->old_lines), range_of(hunk->new_start, hunk->new_lines)});
+    return 0;
+}
+
+} // namespace
+
+void prepare_find_hunks()
+{
+    static const Libgit2 library;
+}
+
+std::vector<Hunk> find_hunks(std::span<const std::uint32_t> first,
+                             std::span<const std::uint32_t> second)
+{
+    prepare_find_hunks();
+    if (std::ranges::equal(first, second))
+        return {};
+    git_diff_options options = GIT_DIFF_OPTIONS_INIT;
+    options.flags = GIT_DIFF_FORCE_TEXT;
+    options.context_lines = 0;
+    const std::string first_text = as_text(first);
+    const std::string second_text = as_text(second);
+    std::vector<Hunk> hunks;
+    const int failure = ::git_diff_buffers(first_text.data(), first_text.size(), nullptr,
+                                           second_text.data(), second_text.size(), nullptr,
+                                           &options, nullptr, nullptr, take_hunk, nullptr, &hunks);
+    if (failure != 0) // too many lines for it: right still, if not helpful
+        return {{{0, first.size()}, {0, second.size()}}};
+    return hunks;
+}
