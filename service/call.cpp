@@ -68,7 +68,9 @@ void Call::take_leave_of_viewer()
     surroundings.viewers.warm(variables);
     if (is_answered)
         return;
-    log("its viewer " + *ended.end() + " before it answered");
+    // Which of two ends came first cannot be seen, but only a viewer that was told ends in order.
+    log(!launcher && ended.ended_in_order() ? "the launcher ended before it was answered"
+                                            : "its viewer " + *ended.end() + " before it answered");
     if (launcher)
         refuse();
 }
@@ -89,12 +91,8 @@ void Call::take_leave_of_launcher()
     refusal.reset();
     surroundings.directory.remove_fifo(announcement.request);
     surroundings.directory.remove_fifo(announcement.response);
-    if (!viewer)
-        return;
-    viewer->listen(); // its answer, or its end, may be what ended the launcher
-    viewer->tell_launcher_is_gone();
-    if (!is_answered && !viewer->is_answering() && !viewer->is_leaving())
-        log("the launcher ended before it was answered");
+    if (viewer)
+        viewer->tell_launcher_is_gone();
 }
 
 std::optional<std::string> Call::display_of_window() const

@@ -17,7 +17,8 @@ using FileStatus = struct stat;
 
 void check(const FileStatus& entry, const std::string& name)
 {
-    if (!S_ISFIFO(entry.st_mode) || entry.st_uid != ::geteuid())
+    static const uid_t own_user = ::geteuid();
+    if (!S_ISFIFO(entry.st_mode) || entry.st_uid != own_user)
         fail(EPERM, name + " is no FIFO of this user");
 }
 
