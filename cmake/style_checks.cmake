@@ -25,7 +25,7 @@ add_test(NAME style.cppcheck
           -i${PROJECT_SOURCE_DIR}/tests)
 add_test(NAME style.shellcheck
   COMMAND ${SHELLCHECK} -x -P scripts scripts/bench scripts/common.sh scripts/coverage scripts/demo
-          scripts/setup scripts/test .ci/run tests/prompt/press_key_in_window
+          scripts/fuzz scripts/setup scripts/test .ci/run tests/prompt/press_key_in_window
   WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
 file(GLOB pages RELATIVE ${PROJECT_SOURCE_DIR} CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/docs/*.[1-8])
 add_test(NAME style.mandoc
