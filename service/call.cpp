@@ -3,18 +3,19 @@
 #include "service/own_fifo.h"
 #include "service/process.h"
 
+#include <stdexcept>
 #include <system_error>
 #include <utility>
 
 Call::Call(const CallSurroundings& call_surroundings, Announcement announced)
     : surroundings(call_surroundings),
       announcement(std::move(announced)),
-      launcher(open_process(announcement.launcher)),
+      launcher(surroundings.events, open_process(announcement.launcher)),
       variables(viewer_variables_of(announcement.launcher))
 {
-    expect_own_fifo(surroundings.directory.descriptor(), announcement.request);
-    expect_own_fifo(surroundings.directory.descriptor(), announcement.response);
-    surroundings.events.watch(launcher.get());
+    for (const std::string& name : {announcement.request, announcement.response})
+        if (!is_own_fifo(surroundings.directory.descriptor(), name))
+            throw std::runtime_error(name + " is no FIFO of this user");
     hand_over();
 }
 
@@ -31,8 +32,7 @@ void Call::hand_over()
 
 void Call::look()
 {
-    const bool launcher_ended =
-        surroundings.events.ready(launcher.get()) && ::has_ended(launcher.get());
+    const bool launcher_ended = surroundings.events.ready(launcher.get());
     if (viewer)
         look_at_viewer();
     if (refusal)
@@ -87,7 +87,7 @@ void Call::refuse()
 
 void Call::take_leave_of_launcher()
 {
-    launcher = Descriptor();
+    launcher = {};
     refusal.reset();
     surroundings.directory.remove_fifo(announcement.request);
     surroundings.directory.remove_fifo(announcement.response);

@@ -124,12 +124,10 @@ ViewerProcess::ViewerProcess(Events& events, ViewerVariables viewer_variables,
     id = start(to_viewer.reading.get(), from_viewer.writing.get(),
                {viewer_program(), install_directory}, environment_with(own_variables));
     input = std::move(to_viewer.writing);
-    output = std::move(from_viewer.reading);
     make_non_blocking(input.get());
-    make_non_blocking(output.get());
-    process = open_process(id);
-    events.watch(output.get());
-    events.watch(process.get());
+    make_non_blocking(from_viewer.reading.get());
+    output = WatchedDescriptor(events, std::move(from_viewer.reading));
+    process = WatchedDescriptor(events, open_process(id));
 }
 
 void ViewerProcess::serve(const std::string& request_path, const std::string& response_path) const
@@ -161,7 +159,7 @@ void ViewerProcess::look(const Events& events)
         return;
     in_order = end.si_code == CLD_EXITED && end.si_status == 0;
     told_end = told(end);
-    process = Descriptor();
+    process = {};
 }
 
 void ViewerProcess::listen()
@@ -171,7 +169,7 @@ void ViewerProcess::listen()
     while ((length = ::read(output.get(), bytes.data(), bytes.size())) > 0)
         take({bytes.data(), static_cast<std::size_t>(length)});
     if (length == 0) // its end, which would be told again and again
-        output = Descriptor();
+        output = {};
 }
 
 void ViewerProcess::take(std::string_view bytes)

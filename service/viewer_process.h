@@ -64,9 +64,9 @@ class ViewerProcess
 
     ViewerVariables own_variables;
     pid_t id = 0;
-    Descriptor process;
+    WatchedDescriptor process;
     Descriptor input;
-    Descriptor output;
+    WatchedDescriptor output;
     std::string unfinished;
     bool ready = false;
     bool answering = false;
