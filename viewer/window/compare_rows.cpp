@@ -7,39 +7,26 @@ namespace
 
 constexpr std::size_t most_cached_rows = 1000;
 
-/** What a contributor's part in a block shows in the margin. */
-QChar sign_of(const Block& block, std::size_t contributor)
+} // namespace
+
+BlockLook compare_look(const Block& block, std::size_t contributor)
 {
+    constexpr char16_t differs = 0x2260; // not equal to
+    constexpr char16_t minus = 0x2212;
     const bool is_first = contributor == 0;
+    const BlockLook added{Tint::added, QChar('+')};
+    const BlockLook removed{Tint::removed, QChar(minus)};
     switch (block.changes[contributor]) {
     case Change::changed:
-        return QChar(0x2260); // not equal to
+        return {Tint::changed, QChar(differs)};
     case Change::added:
-        return is_first ? QChar(0x2212) : QChar('+');
+        return is_first ? removed : added;
     case Change::missing:
-        return is_first ? QChar('+') : QChar(0x2212); // minus
+        return is_first ? added : removed;
     case Change::none:
         break;
     }
     return {};
-}
-
-} // namespace
-
-Tint compare_tint(const Block& block, std::size_t contributor)
-{
-    const bool is_first = contributor == 0;
-    switch (block.changes[contributor]) {
-    case Change::changed:
-        return Tint::changed;
-    case Change::added:
-        return is_first ? Tint::removed : Tint::added;
-    case Change::missing:
-        return is_first ? Tint::added : Tint::removed;
-    case Change::none:
-        break;
-    }
-    return Tint::none;
 }
 
 void CompareRows::show(Texts contributors, Comparison compared)
@@ -133,6 +120,8 @@ void CompareRows::fill_line(PaintedRow& painted, const SeenRow& seen, std::size_
         painted.end = text.line_end(line);
     if (part > 0)
         painted.sign = {};
+    else
+        painted.number = line + 1;
 }
 
 PaintedRow CompareRows::row(std::size_t seen, std::size_t contributor) const
@@ -143,8 +132,9 @@ PaintedRow CompareRows::row(std::size_t seen, std::size_t contributor) const
     const Block& block = blocks.block_at(place.row);
     PaintedRow painted;
     if (block.kind == BlockKind::different) {
-        painted.tint = tint_of(block, contributor);
-        painted.sign = sign_of(block, contributor);
+        const BlockLook look = look_of(block, contributor);
+        painted.tint = look.tint;
+        painted.sign = look.sign;
         painted.is_current = current && blocks.difference(*current).first_row == block.first_row;
     }
     const auto line = block.line_at(place.row, contributor);

@@ -16,11 +16,16 @@
 #include <set>
 #include <unordered_map>
 
-/** The tint of a contributor's lines in a block that is not equal. */
-using TintOf = std::function<Tint(const Block& block, std::size_t contributor)>;
+/** How a contributor's lines in a block that is not equal are told apart. */
+struct BlockLook {
+    Tint tint = Tint::none;
+    QChar sign{}; // in the margin
+};
 
-/** Blue for changed; for lines that one side lacks the colour of what happened since the first. */
-Tint compare_tint(const Block& block, std::size_t contributor);
+using LookOf = std::function<BlockLook(const Block& block, std::size_t contributor)>;
+
+/** As changed, added or removed since the first contributor. */
+BlockLook compare_look(const Block& block, std::size_t contributor);
 
 class CompareRows
 {
@@ -28,10 +33,10 @@ class CompareRows
     /** Lays out anew. */
     void show(Texts contributors, Comparison blocks);
     void set_style(SharedStyle shared);
-    void set_tint(TintOf tint) { tint_of = std::move(tint); }
-    Tint tint(const Block& block, std::size_t contributor) const
+    void set_look(LookOf look) { look_of = std::move(look); }
+    BlockLook look(const Block& block, std::size_t contributor) const
     {
-        return tint_of(block, contributor);
+        return look_of(block, contributor);
     }
 
     /** The width that lines have for wrapping, of each contributor's column. */
@@ -61,7 +66,7 @@ class CompareRows
     Texts texts;
     Comparison blocks;
     SharedStyle style;
-    TintOf tint_of = compare_tint;
+    LookOf look_of = compare_look;
     std::vector<qreal> wrap_widths;
     std::set<std::size_t> opened; // first rows of blocks
     RowMap rows;

@@ -35,6 +35,12 @@ RowMap::RowMap(const Comparison& comparison, std::vector<std::uint32_t> part_end
     }
 }
 
+RowMap::RowMap(std::size_t row_count, std::vector<std::uint32_t> part_ends)
+    : ends(std::move(part_ends))
+{
+    add(0, row_count, false);
+}
+
 void RowMap::add(std::size_t first_row, std::size_t row_count, bool folded)
 {
     if (row_count == 0)

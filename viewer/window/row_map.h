@@ -28,6 +28,9 @@ class RowMap
     RowMap(const Comparison& comparison, std::vector<std::uint32_t> part_ends, bool collapse,
            const std::set<std::size_t>& opened);
 
+    /** Rows that are no comparison's, none of them folded. */
+    RowMap(std::size_t row_count, std::vector<std::uint32_t> part_ends);
+
     std::size_t count() const { return total; }
     SeenRow at(std::size_t seen) const;
 

@@ -37,8 +37,8 @@ void paint_margin(QPainter& painter, const PaintedRow& row, const RowLook& look,
         painter.fillRect(margin.left(), margin.top(), current_bar, margin.height(),
                          style.palette.current);
     painter.setFont(metrics.font());
-    if (row.kind == RowKind::text && look.number_shown && row.part.begin == 0) {
-        const QString number = QString::number(row.line + 1);
+    if (row.number > 0) {
+        const QString number = QString::number(row.number);
         const qreal width = static_cast<qreal>(number.size()) * metrics.cell();
         painter.setPen(style.palette.faint_text);
         painter.drawText(QPointF(margin.right() - sign_width - width, base_line), number);
@@ -155,6 +155,17 @@ void paint_text(QPainter& painter, const PaintedRow& row, const RowLook& look,
     painter.restore();
 }
 
+void paint_unresolved(QPainter& painter, const RowLook& look, const ViewStyle& style)
+{
+    painter.fillRect(text_area(look), style.palette.strong(Tint::conflict));
+    painter.setFont(style.metrics.font());
+    painter.setPen(style.palette.text);
+    painter.drawText(
+        QPointF(text_origin(look).x() + style.metrics.cell(),
+                look.area.top() + style.metrics.ascent()),
+        QCoreApplication::translate("RowPainter", "Conflict: choose a contributor, or type"));
+}
+
 } // namespace
 
 int margin_width(std::size_t line_count, const GlyphMetrics& metrics)
@@ -182,6 +193,8 @@ void paint_row(QPainter& painter, const PaintedRow& row, const RowLook& look,
             fill_span(painter, words, row, look, shape, palette.strong(row.tint));
         for (const Span& hit : look.hits)
             fill_span(painter, hit, row, look, shape, palette.found);
+        if (row.kind == RowKind::unresolved)
+            paint_unresolved(painter, look, style);
         paint_text(painter, row, look, shape, style);
         if (look.caret) {
             const qreal x = text_origin(look).x() + shape.x_of(*look.caret - row.part.begin);

@@ -16,8 +16,7 @@
 struct RowLook {
     QRect area{}; // of the whole row, the margin included
     int margin = 0;
-    qreal scrolled = 0; // how much of the text is left of the area
-    bool number_shown = true;
+    qreal scrolled = 0;             // how much of the text is left of the area
     std::optional<Span> selected{}; // bytes of the line
     bool end_selected = false;      // the selection goes on in the next line
     std::vector<Span> hits{};

@@ -32,6 +32,7 @@ enum class RowKind : std::uint8_t {
 struct PaintedRow {
     RowKind kind = RowKind::gap;
     std::size_t line = 0;
+    std::size_t number = 0;  // shown in the margin; 0 for none
     std::string_view text{}; // the whole line
     Span part{};             // what of the line this row shows
     LineEnd end = LineEnd::none;
@@ -40,6 +41,9 @@ struct PaintedRow {
     bool is_current = false;    // belongs to the difference at hand
     std::vector<Span> strong{}; // changed words, in bytes of the line
     std::size_t hidden = 0;     // fold: how many lines
+
+    /** Whether a caret can be there. */
+    bool has_line() const { return kind == RowKind::text || kind == RowKind::unresolved; }
 };
 
 class RowSource

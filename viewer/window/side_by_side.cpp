@@ -107,10 +107,6 @@ void SideBySide::connect_box(std::size_t index)
         if (on_context_menu)
             on_context_menu(index, global);
     };
-    text.on_painted = [this] {
-        if (on_painted)
-            on_painted();
-    };
 }
 
 bool SideBySide::eventFilter(QObject* watched, QEvent* event)
@@ -234,7 +230,7 @@ void SideBySide::update_marks()
         const std::size_t seen = all.map().seen_at(block.first_row);
         Tint tint = Tint::none;
         for (std::size_t contributor = 0; contributor < sources.size(); ++contributor)
-            tint = std::max(tint, all.tint(block, contributor));
+            tint = std::max(tint, all.look(block, contributor).tint);
         marks.push_back({seen, block.row_count, tint});
     }
     overview.set_marks(std::move(marks), all.map().count());
@@ -246,11 +242,25 @@ void SideBySide::scroll_columns()
     for (ContributorBox* box : boxes)
         box->column().scroll_to(top, across.value());
     overview.set_seen(top, page_rows());
+    if (on_scrolled)
+        on_scrolled();
 }
 
 void SideBySide::set_top(std::size_t seen)
 {
     down.setValue(as_int(seen));
+}
+
+void SideBySide::scroll_to_row(std::size_t row)
+{
+    if (row < all.comparison().row_count())
+        set_top(all.map().seen_at(row));
+}
+
+void SideBySide::name_column(std::size_t index, const QString& name, const Contributor& contributor)
+{
+    boxes[index]->header().show_contributor(name, QString::fromLocal8Bit(contributor.path.c_str()),
+                                            contributor.facts);
 }
 
 void SideBySide::go_to_row(std::size_t row)
@@ -275,6 +285,25 @@ void SideBySide::go_to_difference(std::size_t index)
     if (!is_seen)
         go_to_row(block.first_row);
     update_columns();
+}
+
+std::optional<std::size_t> SideBySide::next_difference() const
+{
+    const Comparison& comparison = all.comparison();
+    if (const auto current = all.current_difference())
+        return comparison.next_difference(comparison.difference(*current).first_row);
+    if (comparison.row_count() == 0)
+        return std::nullopt;
+    const auto here = comparison.difference_at(top_row());
+    return here ? here : comparison.next_difference(top_row());
+}
+
+std::optional<std::size_t> SideBySide::previous_difference() const
+{
+    const Comparison& comparison = all.comparison();
+    const auto current = all.current_difference();
+    return comparison.previous_difference(current ? comparison.difference(*current).first_row
+                                                  : top_row());
 }
 
 void SideBySide::update_columns()

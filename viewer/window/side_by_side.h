@@ -40,8 +40,15 @@ class SideBySide : public QWidget
     /** Makes a difference the one at hand, and shows it with some rows above. */
     void go_to_difference(std::size_t index);
 
+    /** The difference behind, or before, the one at hand, or else what is seen first. */
+    std::optional<std::size_t> next_difference() const;
+    std::optional<std::size_t> previous_difference() const;
+
     /** Shows a row of the comparison. */
     void go_to_row(std::size_t row);
+
+    /** Puts a row of the comparison at the top. */
+    void scroll_to_row(std::size_t row);
 
     /** Selects in one column, and shows it. */
     void select_in(std::size_t column, TextPosition begin, TextPosition end);
@@ -51,9 +58,13 @@ class SideBySide : public QWidget
 
     /** Something that rows show beside their text has changed. */
     void update_columns();
+    void update_marks();
+
+    /** Another name above a column. */
+    void name_column(std::size_t index, const QString& name, const Contributor& contributor);
 
     std::function<void(std::size_t column)> on_caret_moved;
-    std::function<void()> on_painted;
+    std::function<void()> on_scrolled;
     std::function<void(int steps)> on_zoom;
     std::function<void(std::size_t column, QPoint global)> on_context_menu;
 
@@ -69,7 +80,6 @@ class SideBySide : public QWidget
     void connect_box(std::size_t index);
     void update_ranges();
     void update_wrapping();
-    void update_marks();
     void scroll_columns();
     void reveal(std::size_t column, TextPosition place);
     void measure_widths();

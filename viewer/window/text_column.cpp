@@ -156,10 +156,10 @@ RowLook TextColumn::look_of(const PaintedRow& row, const QRect& area) const
     RowLook look{.area = area,
                  .margin = margin_width(rows->line_count(), style->metrics),
                  .scrolled = scrolled};
-    if (row.kind == RowKind::text) {
+    if (row.kind == RowKind::text)
         look.hits = hits_in(row.text);
+    if (row.has_line())
         look_at_selection(row, look);
-    }
     return look;
 }
 
@@ -179,22 +179,12 @@ void TextColumn::paintEvent(QPaintEvent* event)
     const int margin = margin_width(rows != nullptr ? rows->line_count() : 0, style->metrics);
     if (y < height())
         paint_below(painter, {0, y, width(), height() - y}, margin, style->palette);
-    painter.end();
-    if (on_painted)
-        on_painted();
-}
-
-void TextColumn::resizeEvent(QResizeEvent* event)
-{
-    QWidget::resizeEvent(event);
-    if (on_resized)
-        on_resized();
 }
 
 TextPosition TextColumn::nearest_line(std::size_t row) const
 {
     for (std::size_t index = row; index < rows->row_count(); ++index)
-        if (const PaintedRow found = rows->row(index); found.kind == RowKind::text)
+        if (const PaintedRow found = rows->row(index); found.has_line())
             return {found.line, found.part.begin};
     return text_end(*rows);
 }
@@ -211,7 +201,7 @@ TextPosition TextColumn::position_at(QPoint point) const
     if (index >= rows->row_count())
         return text_end(*rows);
     const PaintedRow row = rows->row(index);
-    if (row.kind != RowKind::text)
+    if (!row.has_line())
         return nearest_line(index);
     const int margin = margin_width(rows->line_count(), style->metrics);
     const qreal x = point.x() - margin - text_inset + scrolled;
@@ -224,7 +214,7 @@ QRect TextColumn::rectangle_of(TextPosition place) const
         return {0, 0, 1, style->metrics.line_height()};
     const std::size_t index = rows->row_of(place);
     const PaintedRow row = rows->row(index);
-    const qreal x = row.kind == RowKind::text && place.byte >= row.part.begin
+    const qreal x = row.has_line() && place.byte >= row.part.begin
                         ? shape_of(row)->x_of(place.byte - row.part.begin)
                         : 0;
     const int margin = margin_width(rows->line_count(), style->metrics);

@@ -62,12 +62,9 @@ class TextColumn : public QWidget
     std::function<void()> on_caret_moved; // by the user
     std::function<void(std::size_t row)> on_fold_clicked;
     std::function<void(QPoint global)> on_context_menu;
-    std::function<void()> on_resized;
-    std::function<void()> on_painted;
 
   protected:
     void paintEvent(QPaintEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;

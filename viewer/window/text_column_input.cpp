@@ -104,8 +104,7 @@ TextPosition TextColumn::moved_by_rows(std::ptrdiff_t count) const
     std::ptrdiff_t row =
         std::clamp<std::ptrdiff_t>(here + count, 0, std::max<std::ptrdiff_t>(last, 0));
     const std::ptrdiff_t step = count < 0 ? -1 : 1;
-    while (row >= 0 && row <= last &&
-           rows->row(static_cast<std::size_t>(row)).kind != RowKind::text)
+    while (row >= 0 && row <= last && !rows->row(static_cast<std::size_t>(row)).has_line())
         row += step;
     if (row < 0 || row > last)
         return caret_place;

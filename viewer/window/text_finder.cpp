@@ -1,52 +1,46 @@
 #include "viewer/window/text_finder.h"
 
 #include "viewer/core/search.h"
-
-#include <algorithm>
+#include "viewer/window/text_moves.h"
 
 namespace
 {
 
-std::size_t offset_of(const Text& text, TextPosition place)
-{
-    const std::size_t line = std::min(place.line, text.line_count());
-    return std::min(text.line_start(line) + place.byte, text.content().size());
-}
-
-TextPosition place_of(const Text& text, std::size_t offset)
-{
-    const std::size_t line = text.line_at(offset);
-    return {line, offset - text.line_start(line)};
-}
-
-std::optional<Span> find_once(const Text& text, std::size_t from, const Phrase& phrase)
+/** From a place to the end of one column, or to its beginning. */
+std::optional<Hit> find_in_column(const RowSource& source, TextPosition from, const Phrase& phrase)
 {
     const SearchOptions options{.match_case = phrase.match_case, .wrap = false};
-    return phrase.forward ? find_next(text.content(), phrase.text, from, options)
-                          : find_previous(text.content(), phrase.text, from, options);
+    const std::size_t count = source.line_count();
+    std::size_t byte = from.byte;
+    for (std::size_t line = from.line; line < count;) {
+        const std::string_view text = source.line(line);
+        const auto found = phrase.forward ? find_next(text, phrase.text, byte, options)
+                                          : find_previous(text, phrase.text, byte, options);
+        if (found)
+            return Hit{.begin = {line, found->begin}, .end = {line, found->end}};
+        line = phrase.forward ? line + 1 : line - 1; // before the first line comes none
+        byte = phrase.forward || line >= count ? 0 : source.line(line).size();
+    }
+    return std::nullopt;
 }
 
 } // namespace
 
-std::optional<Hit> find_in_columns(const Texts& texts, std::size_t column, TextPosition from,
-                                   const Phrase& phrase)
+std::optional<Hit> find_in_columns(const std::vector<const RowSource*>& columns, std::size_t column,
+                                   TextPosition from, const Phrase& phrase)
 {
-    if (phrase.text.empty() || column >= texts.size())
-        return std::nullopt;
-    const std::size_t count = texts.size();
-    std::size_t offset = offset_of(*texts[column], from);
+    const std::size_t count = columns.size();
     for (std::size_t step = 0; step <= count; ++step) { // the first column once more at the end
-        const std::size_t index =
-            phrase.forward ? (column + step) % count : (column + count - step % count) % count;
-        const bool is_around =
-            phrase.forward ? step > 0 && index <= column : step > 0 && index >= column;
+        const std::size_t index = (column + (phrase.forward ? step : count - step % count)) % count;
+        const bool is_around = step > 0 && (phrase.forward ? index <= column : index >= column);
         if (is_around && !phrase.wraps)
-            return std::nullopt;
-        const Text& text = *texts[index];
+            break;
         if (step > 0)
-            offset = phrase.forward ? 0 : text.content().size();
-        if (const auto found = find_once(text, offset, phrase))
-            return Hit{index, place_of(text, found->begin), place_of(text, found->end)};
+            from = phrase.forward ? TextPosition{} : text_end(*columns[index]);
+        if (auto hit = find_in_column(*columns[index], from, phrase)) {
+            hit->column = index;
+            return hit;
+        }
     }
     return std::nullopt;
 }

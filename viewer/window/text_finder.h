@@ -4,11 +4,11 @@
  */
 #pragma once
 
-#include "viewer/core/text.h"
 #include "viewer/window/row_source.h"
 
-#include <QString>
 #include <optional>
+#include <string>
+#include <vector>
 
 struct Phrase {
     std::string text{};
@@ -25,5 +25,5 @@ struct Hit {
 
 /** `from` is where to begin in `column`: for forward the end of what was found last, else its
     beginning. */
-std::optional<Hit> find_in_columns(const Texts& texts, std::size_t column, TextPosition from,
-                                   const Phrase& phrase);
+std::optional<Hit> find_in_columns(const std::vector<const RowSource*>& columns, std::size_t column,
+                                   TextPosition from, const Phrase& phrase);

@@ -29,6 +29,9 @@ class ViewerPage : public QWidget
     /** Whether work would be lost if the window closed now. */
     virtual bool has_unsaved_work() const { return false; }
 
+    virtual bool can_save() const { return false; }
+    virtual void save() {}
+
     /** The answer to the request if the window closed now. */
     virtual bool succeeds() const = 0;
 

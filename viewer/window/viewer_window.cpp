@@ -1,11 +1,13 @@
 #include "viewer/window/viewer_window.h"
 
 #include "viewer/window/compare_view.h"
+#include "viewer/window/merge_view.h"
 
 #include <QApplication>
 #include <QCloseEvent>
 #include <QFontDatabase>
 #include <QMenuBar>
+#include <QMessageBox>
 #include <QScreen>
 #include <QStatusBar>
 #include <QTimer>
@@ -94,6 +96,7 @@ void ViewerWindow::show_page(ViewerPage* page)
 {
     current = page;
     menuBar()->clear();
+    delete findChild<QToolBar*>();
     auto* tools = new QToolBar(tr("Tools"), this);
     tools->setMovable(false);
     tools->setIconSize(QSize(16, 16));
@@ -131,10 +134,19 @@ void ViewerWindow::open(const WindowRequest& wanted)
     current->take_focus();
 }
 
-void ViewerWindow::choose_page(const WindowRequest& /*wanted*/, Contributors contributors)
+void ViewerWindow::choose_page(const WindowRequest& wanted, Contributors contributors)
 {
     setWindowTitle(title_of(contributors));
-    compare->show_contributors(std::move(contributors));
+    if (!wanted.request.merge) {
+        compare->show_contributors(std::move(contributors));
+        return;
+    }
+    auto* merge = new MergeView(style, this);
+    connect_page(*merge);
+    merge->show_merge(std::move(contributors), wanted.request.output, wanted.file_mode_mask);
+    setCentralWidget(merge); // the old one is deleted
+    compare = nullptr;
+    show_page(merge);
 }
 
 void ViewerWindow::come_to_front(const WindowRequest& wanted)
@@ -180,9 +192,37 @@ void ViewerWindow::abandon()
 
 void ViewerWindow::closeEvent(QCloseEvent* event)
 {
+    if (current->has_unsaved_work() && !abandoned && !may_lose_work) {
+        event->ignore();
+        ask_about_work();
+        return;
+    }
     save_geometry(geometry_name, saveGeometry());
     event->accept();
     finish(was_shown && !abandoned && current->succeeds());
+}
+
+void ViewerWindow::ask_about_work()
+{
+    auto* box = new QMessageBox(QMessageBox::Question, windowTitle(),
+                                tr("The result of the merge is not saved."),
+                                QMessageBox::Discard | QMessageBox::Cancel, this);
+    box->setInformativeText(current->can_save()
+                                ? tr("Save it before closing?")
+                                : tr("It cannot be saved yet: conflicts are unresolved."));
+    if (current->can_save())
+        box->addButton(QMessageBox::Save);
+    box->setDefaultButton(current->can_save() ? QMessageBox::Save : QMessageBox::Cancel);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    QObject::connect(box, &QMessageBox::finished, this, [this](int button) {
+        if (button == QMessageBox::Save)
+            current->save();
+        if (button != QMessageBox::Discard)
+            return;
+        may_lose_work = true;
+        close();
+    });
+    box->open();
 }
 
 void ViewerWindow::finish(bool success)

@@ -67,6 +67,7 @@ class ViewerWindow : public QMainWindow
     void first_size();
     void come_to_front(const WindowRequest& wanted);
     void painted_first();
+    void ask_about_work();
     void finish(bool success);
     void connect_page(ViewerPage& page);
 
@@ -79,5 +80,6 @@ class ViewerWindow : public QMainWindow
     bool waits_for_picture = false;
     bool was_shown = false;
     bool abandoned = false;
+    bool may_lose_work = false;
     bool finished = false;
 };
