@@ -63,15 +63,18 @@ void CompareRows::open_fold(std::size_t seen)
 
 void CompareRows::lay_out()
 {
+    parts_cache.clear();
     if (style)
         rows = RowMap(blocks, part_ends(), style->options.collapse, opened);
 }
 
-std::vector<std::size_t> CompareRows::parts(std::size_t contributor, std::size_t line) const
+LineParts CompareRows::parts(std::size_t contributor, std::size_t line) const
 {
+    static const LineParts whole = std::make_shared<const std::vector<std::size_t>>(1, 0);
     if (!style->options.wrap || wrap_widths.size() != texts.size())
-        return {0};
-    return wrap_line(texts[contributor]->line(line), wrap_widths[contributor], style->metrics);
+        return whole;
+    return parts_cache.parts(texts[contributor]->line(line), wrap_widths[contributor],
+                             style->metrics);
 }
 
 std::vector<std::uint32_t> CompareRows::part_ends() const
@@ -86,7 +89,7 @@ std::vector<std::uint32_t> CompareRows::part_ends() const
             std::size_t most = 1;
             for (std::size_t index = 0; index < texts.size(); ++index)
                 if (const auto line = block.line_at(row, index))
-                    most = std::max(most, parts(index, *line).size());
+                    most = std::max(most, parts(index, *line)->size());
             behind += static_cast<std::uint32_t>(most);
             ends.push_back(behind);
         }
@@ -103,10 +106,26 @@ const std::vector<std::vector<Span>>& CompareRows::words(std::size_t row) const
         .first->second;
 }
 
+/** Whether a line ends otherwise than the first's in its row, or that one than any other. */
+bool CompareRows::ends_differ(const SeenRow& seen, std::size_t contributor, LineEnd end) const
+{
+    const auto differs = [&](std::size_t other) {
+        const auto line = blocks.line_at(seen.row, other);
+        return line && texts[other]->line_end(*line) != end;
+    };
+    if (contributor > 0)
+        return differs(0);
+    for (std::size_t other = 1; other < texts.size(); ++other)
+        if (differs(other))
+            return true;
+    return false;
+}
+
 void CompareRows::fill_line(PaintedRow& painted, const SeenRow& seen, std::size_t contributor,
                             std::size_t line) const
 {
-    const auto begins = parts(contributor, line);
+    const LineParts kept = parts(contributor, line);
+    const auto& begins = *kept;
     const Text& text = *texts[contributor];
     painted.text = text.line(line);
     painted.kind = RowKind::text;
@@ -116,8 +135,11 @@ void CompareRows::fill_line(PaintedRow& painted, const SeenRow& seen, std::size_
         return index < begins.size() ? begins[index] : painted.text.size();
     };
     painted.part = {begin_of(part), begin_of(part + 1)};
-    if (part + 1 >= begins.size())
+    if (part + 1 >= begins.size()) {
         painted.end = text.line_end(line);
+        painted.end_differs =
+            painted.tint != Tint::none && ends_differ(seen, contributor, painted.end);
+    }
     if (part > 0)
         painted.sign = {};
     else
@@ -156,7 +178,8 @@ std::size_t CompareRows::row_of(std::size_t contributor, TextPosition place) con
     const std::size_t seen = rows.seen_at(row);
     if (rows.at(seen).hidden > 0)
         return seen;
-    const auto begins = parts(contributor, line);
+    const LineParts kept = parts(contributor, line);
+    const auto& begins = *kept;
     const auto behind = std::ranges::upper_bound(begins, place.byte);
     return seen + static_cast<std::size_t>(behind - begins.begin()) - 1;
 }

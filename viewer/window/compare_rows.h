@@ -6,7 +6,7 @@
 #pragma once
 
 #include "viewer/core/comparison.h"
-#include "viewer/window/line_layout.h"
+#include "viewer/window/line_parts.h"
 #include "viewer/window/row_map.h"
 #include "viewer/window/row_source.h"
 #include "viewer/window/view_style.h"
@@ -58,8 +58,9 @@ class CompareRows
   private:
     void lay_out();
     std::vector<std::uint32_t> part_ends() const;
-    std::vector<std::size_t> parts(std::size_t contributor, std::size_t line) const;
+    LineParts parts(std::size_t contributor, std::size_t line) const;
     const std::vector<std::vector<Span>>& words(std::size_t row) const;
+    bool ends_differ(const SeenRow& seen, std::size_t contributor, LineEnd end) const;
     void fill_line(PaintedRow& painted, const SeenRow& seen, std::size_t contributor,
                    std::size_t line) const;
 
@@ -71,6 +72,7 @@ class CompareRows
     std::set<std::size_t> opened; // first rows of blocks
     RowMap rows;
     std::optional<std::size_t> current;
+    mutable LinePartsCache parts_cache;
     mutable std::unordered_map<std::size_t, std::vector<std::vector<Span>>> word_cache;
 };
 

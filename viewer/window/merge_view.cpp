@@ -24,7 +24,7 @@ QString number(std::size_t value)
 
 MergeView::MergeView(SharedStyle shared, QWidget* parent)
     : TextPage(std::move(shared), parent),
-      halves(Qt::Vertical, this),
+      halves(new QSplitter(Qt::Vertical, this)),
       pane(style),
       job([this](MergePlan plan) { take_plan(std::move(plan)); })
 {
@@ -32,12 +32,12 @@ MergeView::MergeView(SharedStyle shared, QWidget* parent)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(&strip);
-    layout->addWidget(&halves, 1);
+    layout->addWidget(halves, 1);
     layout->addWidget(&find);
-    halves.addWidget(&side);
-    halves.addWidget(&pane);
-    halves.setChildrenCollapsible(false);
-    halves.setSizes({10000, 10000});
+    halves->addWidget(&side);
+    halves->addWidget(&pane);
+    halves->setChildrenCollapsible(false);
+    halves->setSizes({10000, 10000});
     side.rows().set_look(
         [this](const Block& block, std::size_t contributor) { return look(block, contributor); });
     side.on_scrolled = [this] { follow_contributors(); };
@@ -97,6 +97,8 @@ void MergeView::plan_again()
     current.reset();
     if (!all_shown(contributors)) {
         on_status(tr("Not merged"));
+        if (std::ranges::any_of(contributors, &Contributor::is_directory))
+            strip.tell(tr("Directories cannot be merged. Compare them, and merge file by file."));
         return;
     }
     on_busy(true);

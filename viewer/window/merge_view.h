@@ -90,7 +90,7 @@ class MergeView : public TextPage
     bool is_following = false; // one half scrolls since the other one did
     std::unique_ptr<MergeResult> result{};
     std::optional<std::size_t> current{}; // region
-    QSplitter halves;
+    QSplitter* halves; // owned by this: it outlives the columns, which it would delete
     ResultPane pane;
     QAction* save_entry = nullptr;
     QAction* undo_entry = nullptr;

@@ -1,7 +1,5 @@
 #include "viewer/window/result_rows.h"
 
-#include "viewer/window/line_layout.h"
-
 #include <algorithm>
 
 namespace
@@ -55,21 +53,23 @@ void ResultRows::set_wrap_width(qreal width)
         lay_out();
 }
 
-std::vector<std::size_t> ResultRows::parts(std::string_view line) const
+LineParts ResultRows::parts(std::string_view line) const
 {
+    static const LineParts whole = std::make_shared<const std::vector<std::size_t>>(1, 0);
     if (!style->options.wrap || wrap_width <= 0)
-        return {0};
-    return wrap_line(line, wrap_width, style->metrics);
+        return whole;
+    return parts_cache.parts(line, wrap_width, style->metrics);
 }
 
 void ResultRows::lay_out()
 {
+    parts_cache.clear();
     std::vector<std::uint32_t> ends;
     if (style->options.wrap && wrap_width > 0) {
         ends.reserve(result.row_count());
         std::uint32_t behind = 0;
         for (std::size_t index = 0; index < result.row_count(); ++index) {
-            behind += static_cast<std::uint32_t>(parts(result.row(index).content).size());
+            behind += static_cast<std::uint32_t>(parts(result.row(index).content)->size());
             ends.push_back(behind);
         }
     }
@@ -93,7 +93,8 @@ PaintedRow ResultRows::row(std::size_t index) const
 {
     const SeenRow seen = rows.at(index);
     const ResultRow from = result.row(seen.row);
-    const auto begins = parts(from.content);
+    const LineParts kept = parts(from.content);
+    const auto& begins = *kept;
     const auto begin_of = [&](std::size_t part) {
         return part < begins.size() ? begins[part] : from.content.size();
     };
@@ -124,7 +125,8 @@ std::size_t ResultRows::row_of(TextPosition place) const
     if (result.row_count() == 0)
         return 0;
     const std::size_t line = std::min(place.line, result.row_count() - 1);
-    const auto begins = parts(result.row(line).content);
+    const LineParts kept = parts(result.row(line).content);
+    const auto& begins = *kept;
     const auto behind = std::ranges::upper_bound(begins, place.byte);
     return rows.seen_at(line) + static_cast<std::size_t>(behind - begins.begin()) - 1;
 }

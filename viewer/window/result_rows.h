@@ -5,6 +5,7 @@
 #pragma once
 
 #include "viewer/core/merge_result.h"
+#include "viewer/window/line_parts.h"
 #include "viewer/window/row_map.h"
 #include "viewer/window/row_source.h"
 #include "viewer/window/view_style.h"
@@ -34,12 +35,13 @@ class ResultRows : public RowSource
     std::string text_between(TextPosition begin, TextPosition end) const override;
 
   private:
-    std::vector<std::size_t> parts(std::string_view line) const;
+    LineParts parts(std::string_view line) const;
     std::size_t number_of(std::size_t line, std::size_t region) const;
 
     const MergeResult& result;
     SharedStyle style{};
     RowMap rows{};
+    mutable LinePartsCache parts_cache{};
     qreal wrap_width = 0;
     std::optional<std::size_t> current{};
     std::vector<std::size_t> unresolved{}; // regions, in order

@@ -105,17 +105,30 @@ void fill_span(QPainter& painter, Span bytes, const PaintedRow& row, const RowLo
     }
 }
 
+QString end_name(LineEnd end)
+{
+    switch (end) {
+    case LineEnd::lf:
+        return QStringLiteral("LF");
+    case LineEnd::crlf:
+        return QStringLiteral("CRLF");
+    case LineEnd::cr:
+        return QStringLiteral("CR");
+    case LineEnd::none:
+        break;
+    }
+    return QStringLiteral("\u2205"); // nothing: the end of the file
+}
+
 void paint_end(QPainter& painter, const PaintedRow& row, const RowLook& look, qreal x,
                const ViewStyle& style)
 {
     if (look.end_selected)
         painter.fillRect(QRectF(x, look.area.top(), style.metrics.cell() * 0.6, look.area.height()),
                          style.palette.selection);
-    if (!style.options.white_space || row.end == LineEnd::none)
+    if (!style.options.white_space && !row.end_differs)
         return;
-    const QString name = row.end == LineEnd::crlf ? QStringLiteral("CRLF")
-                         : row.end == LineEnd::cr ? QStringLiteral("CR")
-                                                  : QStringLiteral("LF");
+    const QString name = end_name(row.end);
     QFont small = style.metrics.font();
     small.setPointSizeF(small.pointSizeF() * 0.7);
     painter.setFont(small);

@@ -36,6 +36,7 @@ struct PaintedRow {
     std::string_view text{}; // the whole line
     Span part{};             // what of the line this row shows
     LineEnd end = LineEnd::none;
+    bool end_differs = false; // so that it is shown
     Tint tint = Tint::none;
     QChar sign{};               // in the margin
     bool is_current = false;    // belongs to the difference at hand

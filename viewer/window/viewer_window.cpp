@@ -1,6 +1,7 @@
 #include "viewer/window/viewer_window.h"
 
 #include "viewer/window/compare_view.h"
+#include "viewer/window/folder_view.h"
 #include "viewer/window/merge_view.h"
 
 #include <QApplication>
@@ -137,16 +138,45 @@ void ViewerWindow::open(const WindowRequest& wanted)
 void ViewerWindow::choose_page(const WindowRequest& wanted, Contributors contributors)
 {
     setWindowTitle(title_of(contributors));
-    if (!wanted.request.merge) {
+    const bool are_folders = std::ranges::all_of(contributors, &Contributor::is_directory);
+    if (wanted.request.merge) {
+        auto* merge = new MergeView(style, this);
+        show_instead(merge);
+        merge->show_merge(std::move(contributors), wanted.request.output, wanted.file_mode_mask);
+        show_page(merge);
+    } else if (are_folders) {
+        auto* folders = new FolderView(style, this);
+        show_instead(folders);
+        folders->on_open = [this, encoding = wanted.request.encoding](const auto& paths,
+                                                                      const auto& names) {
+            open_files(paths, names, encoding);
+        };
+        folders->show_folders(std::move(contributors));
+        show_page(folders);
+    } else {
         compare->show_contributors(std::move(contributors));
-        return;
     }
-    auto* merge = new MergeView(style, this);
-    connect_page(*merge);
-    merge->show_merge(std::move(contributors), wanted.request.output, wanted.file_mode_mask);
-    setCentralWidget(merge); // the old one is deleted
+}
+
+/** The page that was made in advance gives way to another. */
+void ViewerWindow::show_instead(ViewerPage* page)
+{
+    connect_page(*page);
+    menuBar()->clear();
+    setCentralWidget(page); // deletes the old one
     compare = nullptr;
-    show_page(merge);
+}
+
+void ViewerWindow::open_files(const std::vector<std::string>& paths,
+                              const std::vector<std::string>& names, int encoding)
+{
+    std::erase_if(others, [](const auto& window) { return window->finished; });
+    others.push_back(std::make_unique<ViewerWindow>());
+    WindowRequest wanted;
+    wanted.request.contributors = paths;
+    wanted.request.names = names;
+    wanted.request.encoding = encoding;
+    others.back()->open(wanted);
 }
 
 void ViewerWindow::come_to_front(const WindowRequest& wanted)
@@ -198,6 +228,7 @@ void ViewerWindow::closeEvent(QCloseEvent* event)
         return;
     }
     save_geometry(geometry_name, saveGeometry());
+    others.clear();
     event->accept();
     finish(was_shown && !abandoned && current->succeeds());
 }

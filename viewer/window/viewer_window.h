@@ -63,6 +63,9 @@ class ViewerWindow : public QMainWindow
     SharedStyle make_style(const ViewOptions& options) const;
     void apply_options(const ViewOptions& options);
     void show_page(ViewerPage* page);
+    void show_instead(ViewerPage* page);
+    void open_files(const std::vector<std::string>& paths, const std::vector<std::string>& names,
+                    int encoding);
     void choose_page(const WindowRequest& wanted, Contributors contributors);
     void first_size();
     void come_to_front(const WindowRequest& wanted);
@@ -74,6 +77,7 @@ class ViewerWindow : public QMainWindow
     SharedStyle style;
     CompareView* compare; // made in advance
     ViewerPage* current = nullptr;
+    std::vector<std::unique_ptr<ViewerWindow>> others{}; // opened from rows of directories
     QLabel status;
     QLabel place;
     QPushButton stop;
