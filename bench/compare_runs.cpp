@@ -7,7 +7,8 @@
  *
  *   compare_runs PAIRS PROGRAM FLOOR WORD...
  */
-#include <algorithm>
+#include "bench/statistics.h"
+
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -29,8 +30,6 @@ struct Times {
     double wall = 0;
 };
 
-using Samples = std::vector<double>;
-
 struct Figure {
     Samples program;
     Samples floor;
@@ -47,13 +46,6 @@ struct Figure {
 double microseconds(const timeval& time)
 {
     return static_cast<double>(time.tv_sec) * 1e6 + static_cast<double>(time.tv_usec);
-}
-
-double median(Samples samples)
-{
-    std::sort(samples.begin(), samples.end());
-    const std::size_t middle = samples.size() / 2;
-    return samples.size() % 2 != 0 ? samples[middle] : (samples[middle - 1] + samples[middle]) / 2;
 }
 
 [[noreturn]] void give_up(const char* program, const char* reason)

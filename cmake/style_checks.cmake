@@ -11,7 +11,8 @@ file(GLOB_RECURSE sources RELATIVE ${PROJECT_SOURCE_DIR} CONFIGURE_DEPENDS
   ${PROJECT_SOURCE_DIR}/bench/*.[ch]* ${PROJECT_SOURCE_DIR}/cmdline/*.[ch]*
   ${PROJECT_SOURCE_DIR}/launcher/*.[ch]* ${PROJECT_SOURCE_DIR}/platform/*.[ch]*
   ${PROJECT_SOURCE_DIR}/prompt/*.[ch]* ${PROJECT_SOURCE_DIR}/protocol/*.[ch]* ${PROJECT_SOURCE_DIR}/service/*.[ch]*
-  ${PROJECT_SOURCE_DIR}/support/*.[ch]* ${PROJECT_SOURCE_DIR}/tests/*.[ch]*)
+  ${PROJECT_SOURCE_DIR}/support/*.[ch]* ${PROJECT_SOURCE_DIR}/tests/*.[ch]*
+  ${PROJECT_SOURCE_DIR}/viewer/*.[ch]*)
 list(FILTER sources INCLUDE REGEX "\\.(c|cpp|h)$")
 
 add_test(NAME style.clang_format
@@ -24,7 +25,7 @@ add_test(NAME style.cppcheck
           -i${PROJECT_SOURCE_DIR}/tests)
 add_test(NAME style.shellcheck
   COMMAND ${SHELLCHECK} -x -P scripts scripts/bench scripts/common.sh scripts/coverage scripts/demo
-          scripts/setup scripts/test .ci/run tests/prompt/press_key_in_window
+          scripts/fuzz scripts/setup scripts/test .ci/run tests/prompt/press_key_in_window
   WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
 file(GLOB pages RELATIVE ${PROJECT_SOURCE_DIR} CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/docs/*.[1-8])
 add_test(NAME style.mandoc

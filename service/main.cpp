@@ -1,20 +1,33 @@
 #include "platform/ks.h"
 #include "protocol/wire_names.h"
+#include "service/complaint.h"
+#include "service/control.h"
+#include "service/options.h"
 #include "service/server.h"
 #include "service/service_lock.h"
+#include "service/signals.h"
 #include "service/user_directory.h"
 #include "support/temp_directory.h"
 
-#include <csignal>
 #include <cstdio>
 #include <exception>
+#include <fcntl.h>
+#include <stdexcept>
 #include <sys/stat.h>
 #include <unistd.h>
 
 namespace
 {
 
+constexpr int failure = 1;
+constexpr int bad_command_line = 2;
 constexpr int first_inherited = 3;
+
+void find_directory()
+{
+    if (!set_temp_directory())
+        throw std::runtime_error("cannot make the per-user temporary directory");
+}
 
 /** The per-user directory, taken while its path still means what it means to the starter; then the
     starter's umask and working directory are left, which would otherwise stay in use. */
@@ -26,35 +39,81 @@ UserDirectory settle()
     return directory;
 }
 
-/** Returns only when another service lives. */
-int run()
+/** Leaves the terminal, unless the starter, as a launcher does, has seen to that. False in the
+    process that was started, which has done its work then. */
+bool detach()
 {
-    ks_system_init();
-    if (!set_temp_directory()) {
-        std::fputs("tolm_service: cannot make the per-user temporary directory\n", stderr);
-        return 1;
-    }
+    if (::getsid(0) == ::getpid())
+        return true;
+    const pid_t service = ::fork();
+    if (service < 0)
+        throw std::runtime_error("cannot make a process of its own");
+    if (service > 0)
+        return false;
+    ::setsid();
+    const Descriptor nowhere(::open("/dev/null", O_RDWR | O_CLOEXEC));
+    for (int stream = STDIN_FILENO; stream <= STDERR_FILENO; ++stream)
+        ::dup2(nowhere.get(), stream);
+    return true;
+}
+
+int serve(const Options& options)
+{
+    find_directory();
     // The first act: a launcher that finds the FIFO waits in its open for the rest of this start,
     // one that does not pauses for ten seconds. Nothing is lost where it exists already.
     ::mkfifo((get_temp_directory() + "/" + rendezvous_pipe).c_str(), 0600);
 
     ::closefrom(first_inherited); // keeps no pipe, lock or file of the starter alive
-    std::signal(SIGPIPE, SIG_IGN);
     const UserDirectory directory = settle();
-    const auto lock = ServiceLock::take(directory.descriptor());
+    if (!options.foreground) {
+        if (!detach())
+            return 0;
+        complain_to_system_log();
+    }
+    Descriptor signals = open_signals(); // whoever sees the lock can end the service in order
+    auto lock = ServiceLock::take(directory.descriptor());
     if (!lock)
+        return 0; // another service lives
+    Server(*std::move(lock), std::move(signals), directory, options.install_directory).serve();
+    return 0;
+}
+
+int run(const std::vector<std::string_view>& words)
+{
+    const auto options = parse_options(words);
+    if (!options) {
+        std::fputs(usage_text, stderr);
+        return bad_command_line;
+    }
+    switch (options->action) {
+    case Options::Action::show_help:
+        std::fputs(usage_text, stdout);
         return 0;
-    Server(*lock, directory).serve();
+    case Options::Action::show_version:
+        std::puts("tolm_service " QUARNFOLD_VERSION);
+        return 0;
+    case Options::Action::show_status:
+        find_directory();
+        return show_status(get_temp_directory());
+    case Options::Action::stop:
+        find_directory();
+        return stop_service(get_temp_directory());
+    case Options::Action::serve:
+        break;
+    }
+    return serve(*options);
 }
 
 } // namespace
 
-int main()
+int main(int argc, char* argv[])
 {
+    ks_system_init();
     try {
-        return run();
+        return run({argv + 1, argv + argc});
     } catch (const std::exception& error) {
-        std::fprintf(stderr, "tolm_service: %s\n", error.what());
-        return 1;
+        complain(error.what());
+        return failure;
     }
 }

@@ -1,96 +1,148 @@
 #include "service/server.h"
 
 #include "protocol/wire_names.h"
+#include "service/own_fifo.h"
+#include "service/signals.h"
 #include "service/sweep.h"
+#include "service/time_stamp.h"
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <csignal>
 #include <fcntl.h>
-#include <poll.h>
+#include <map>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <system_error>
-#include <vector>
 
 namespace
 {
+
+using std::chrono::milliseconds;
+using std::chrono::steady_clock;
+
+// For a launcher between its look at the lock and its announcement: microseconds, mostly.
+constexpr milliseconds last_announcements{100};
+// Whoever removes the whole directory removes the FIFO first: remade at once, it would be in the
+// way.
+constexpr milliseconds doubt{100};
+
+// A whole pipe: a read then takes whole writes, never the half of an announcement.
+constexpr std::size_t largest_read = 65536;
 
 Descriptor open_rendezvous(const UserDirectory& directory)
 {
     if (::mkfifoat(directory.descriptor(), rendezvous_pipe, 0600) != 0 && errno != EEXIST)
         throw std::system_error(errno, std::generic_category(), rendezvous_pipe);
     // Held open for writing too, so that it never comes to its end.
-    Descriptor fifo = directory.open_fifo(rendezvous_pipe, O_RDWR);
+    Descriptor fifo = open_own_fifo(directory.descriptor(), rendezvous_pipe, O_RDWR);
     ::fchmod(fifo.get(), 0600);
     return fifo;
 }
 
-/** How many conversations the descriptors of this process allow; further launchers wait in the
-    rendezvous FIFO. */
-std::size_t affordable_conversations()
+/** How many calls the descriptors of this process allow; further launchers wait in the rendezvous
+    FIFO. */
+std::size_t affordable_calls()
 {
-    constexpr rlim_t own_descriptors = 16;
-    constexpr rlim_t each_conversation =
-        5; // two FIFOs, a process, a contributor, a converter's file
+    constexpr rlim_t own_descriptors = 32;
+    constexpr rlim_t each_call = 9; // launcher, viewer, four pipe ends while it starts, two FIFOs
     rlimit limit{};
     ::getrlimit(RLIMIT_NOFILE, &limit);
-    limit.rlim_cur = std::min<rlim_t>(limit.rlim_max, 65536);
-    ::setrlimit(RLIMIT_NOFILE, &limit);
-    ::getrlimit(RLIMIT_NOFILE, &limit);
     const rlim_t usable = limit.rlim_cur - std::min(limit.rlim_cur, own_descriptors);
-    return static_cast<std::size_t>(std::max<rlim_t>(usable / each_conversation, 1));
+    return static_cast<std::size_t>(std::max<rlim_t>(usable / each_call, 1));
 }
 
-bool has_event(const pollfd& entry)
+bool is_over(const std::optional<steady_clock::time_point>& moment)
 {
-    return entry.revents != 0;
+    return moment && steady_clock::now() >= *moment;
+}
+
+bool is_open_at(int descriptor, int directory, const char* name)
+{
+    struct stat open_file {};
+    struct stat entry {};
+    return ::fstat(descriptor, &open_file) == 0 && ::fstatat(directory, name, &entry, 0) == 0 &&
+           open_file.st_dev == entry.st_dev && open_file.st_ino == entry.st_ino;
 }
 
 } // namespace
 
-Server::Server(const ServiceLock& /*lock*/, const UserDirectory& user_directory)
+Server::Server(ServiceLock service_lock, Descriptor heeded_signals,
+               const UserDirectory& user_directory, std::string install_directory)
     : directory(user_directory),
+      lock(std::move(service_lock)),
       log(directory.descriptor()),
       rendezvous(open_rendezvous(directory)),
       reader([this](const std::string& folder) { return directory.is_named_by(folder); }),
-      most_conversations(affordable_conversations())
+      viewers(events, log, std::move(install_directory)),
+      surroundings{directory, events, log, viewers},
+      most_calls(affordable_calls()),
+      signals(std::move(heeded_signals)),
+      start_time(time_stamp())
 {
     sweep(directory);
+    events.watch(rendezvous.get());
+    events.watch(signals.get());
+    watch.emplace(events, directory.descriptor(), rendezvous.get());
+    status_socket.emplace(events, directory.descriptor());
 }
 
 void Server::serve()
 {
-    for (;;)
+    warm_own_display();
+    while (!has_ended())
         serve_once();
+}
+
+/** The first window is then at once there too, where the service started with the session. Started
+   by a launcher, it has that launcher's display, and the viewer is wanted in a moment. */
+void Server::warm_own_display()
+{
+    const ViewerVariables own = viewer_variables_of(::getpid());
+    if (!display_of(own).empty())
+        viewers.warm(own);
+}
+
+bool Server::has_ended() const
+{
+    return is_stopping() && !rendezvous && calls.empty() && viewers.is_settled();
 }
 
 void Server::serve_once()
 {
-    const bool has_room = conversations.size() < most_conversations;
-    std::vector<pollfd> entries{{has_room ? rendezvous.get() : -1, POLLIN, 0}};
-    bool is_busy = false;
-    for (const Conversation& conversation : conversations) {
-        entries.push_back({conversation.request_descriptor(), POLLIN, 0});
-        entries.push_back({conversation.launcher_descriptor(), POLLIN, 0});
-        is_busy = is_busy || conversation.is_busy();
-    }
-    if (::poll(entries.data(), entries.size(), is_busy ? 0 : -1) < 0)
-        return; // a signal: there is nothing to do for it
-
-    auto entry = entries.begin() + 1;
-    for (Conversation& conversation : conversations) {
-        conversation.advance(has_event(entry[0]), has_event(entry[1]));
-        entry += 2;
-    }
-    conversations.remove_if([](const Conversation& one) { return one.has_ended(); });
-    if (has_event(entries.front()))
+    events.wait(time_to_wait());
+    viewers.look();
+    for (Call& call : calls)
+        call.look();
+    calls.remove_if([](const Call& call) { return call.has_ended(); });
+    if (status_socket)
+        status_socket->answer(events, [this] { return status(); });
+    if (events.ready(rendezvous.get()))
         take_announcements();
+    take_signals();
+    if (watch && watch->has_news(events))
+        directory_doubted_until = steady_clock::now() + doubt;
+    if (is_over(directory_doubted_until))
+        look_at_directory();
+    if (is_over(rendezvous_open_until))
+        close_rendezvous();
+    keep_within_descriptors();
+}
+
+std::optional<milliseconds> Server::time_to_wait() const
+{
+    if (!directory_doubted_until && !rendezvous_open_until)
+        return std::nullopt;
+    const Time next = std::min(directory_doubted_until.value_or(Time::max()),
+                               rendezvous_open_until.value_or(Time::max()));
+    const auto left = std::chrono::ceil<milliseconds>(next - steady_clock::now());
+    return std::max(left, milliseconds(0));
 }
 
 void Server::take_announcements()
 {
-    std::array<char, 4096> bytes{};
+    std::array<char, largest_read> bytes{};
     const ssize_t length = ::read(rendezvous.get(), bytes.data(), bytes.size());
     if (length <= 0)
         return;
@@ -105,9 +157,88 @@ void Server::begin(Announcement announcement)
 {
     const std::string launcher = std::to_string(announcement.launcher);
     try {
-        conversations.emplace_back(directory, log, std::move(announcement));
+        calls.emplace_back(surroundings, std::move(announcement));
+        ++served;
     } catch (const std::system_error& error) {
         log.line("launcher " + launcher + ": not served: " + error.what());
         sweep(directory); // most often the launcher is gone
     }
+}
+
+void Server::keep_within_descriptors()
+{
+    const bool is_full = calls.size() >= most_calls;
+    if (is_stopping() || is_full == is_paused)
+        return;
+    events.pause(rendezvous.get(), is_full);
+    is_paused = is_full;
+}
+
+void Server::take_signals()
+{
+    if (!events.ready(signals.get()))
+        return;
+    while (const auto number = next_signal(signals.get()))
+        if (*number == SIGHUP)
+            log.reopen();
+        else
+            stop();
+}
+
+void Server::stop()
+{
+    if (is_stopping())
+        return;
+    status_socket.reset();
+    watch.reset();
+    directory_doubted_until.reset();
+    lock.reset();
+    events.pause(rendezvous.get(), true);
+    viewers.close();
+    rendezvous_open_until = steady_clock::now() + last_announcements;
+}
+
+void Server::close_rendezvous()
+{
+    if (!ServiceLock::holder(directory.descriptor()))
+        take_announcements();
+    rendezvous = Descriptor();
+    rendezvous_open_until.reset();
+}
+
+void Server::look_at_directory()
+{
+    directory_doubted_until.reset();
+    if (!directory.is_in_place())
+        return stop();
+    if (is_open_at(rendezvous.get(), directory.descriptor(), rendezvous_pipe))
+        return;
+    try {
+        rendezvous = open_rendezvous(directory);
+        events.watch(rendezvous.get());
+        is_paused = false;
+        watch.emplace(events, directory.descriptor(), rendezvous.get());
+        log.line("the rendezvous FIFO had been removed; it is made anew");
+    } catch (const std::system_error& error) {
+        log.line(error.what());
+        stop();
+    }
+}
+
+std::string Server::status() const
+{
+    std::map<std::string, std::pair<int, bool>> displays; // windows, whether a viewer waits
+    for (const Call& call : calls)
+        if (const auto display = call.display_of_window())
+            ++displays[*display].first;
+    for (const std::string& display : viewers.displays_with_spare())
+        displays[display].second = true;
+
+    std::string text = "tolm_service " QUARNFOLD_VERSION ", process " + std::to_string(::getpid()) +
+                       ", since " + start_time + "\nrequests served: " + std::to_string(served) +
+                       "\n";
+    for (const auto& [display, state] : displays)
+        text += "display " + display + ": windows open: " + std::to_string(state.first) +
+                (state.second ? ", a viewer waits\n" : "\n");
+    return text;
 }

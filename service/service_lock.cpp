@@ -62,3 +62,14 @@ std::optional<ServiceLock> ServiceLock::take(int directory)
         fail();
     return ServiceLock(std::move(file));
 }
+
+std::optional<pid_t> ServiceLock::holder(int directory)
+{
+    const Descriptor file(::openat(directory, service_pid_file, O_RDONLY | O_NOFOLLOW | O_CLOEXEC));
+    struct flock lock {};
+    lock.l_type = F_WRLCK;
+    lock.l_whence = SEEK_SET;
+    if (!file || ::fcntl(file.get(), F_GETLK, &lock) != 0 || lock.l_type == F_UNLCK)
+        return std::nullopt;
+    return lock.l_pid;
+}

@@ -10,6 +10,7 @@
 #include "service/descriptor.h"
 
 #include <optional>
+#include <sys/types.h>
 
 /** Proof that this process is the user's service: what only the service may do takes it as an
     argument. The lock lives as long as the object. */
@@ -19,6 +20,10 @@ class ServiceLock
     /** Locks the pid file in `directory` and writes this process's id to it. Nothing when another
         service lives. Throws std::system_error when the file cannot be opened or written. */
     static std::optional<ServiceLock> take(int directory);
+
+    /** The process that holds the lock of the pid file in `directory`; nothing when there is none.
+        Takes no lock itself. */
+    static std::optional<pid_t> holder(int directory);
 
   private:
     explicit ServiceLock(Descriptor descriptor) : pid_file(std::move(descriptor)) {}

@@ -2,13 +2,13 @@
 
 #include "protocol/wire_names.h"
 #include "service/announcement.h"
+#include "service/process.h"
 
-#include <cerrno>
-#include <csignal>
 #include <dirent.h>
 #include <fcntl.h>
 #include <memory>
 #include <string>
+#include <sys/stat.h>
 
 namespace
 {
@@ -17,12 +17,14 @@ struct CloseFolder {
     void operator()(DIR* folder) const { ::closedir(folder); }
 };
 
-bool is_left_over(const std::string& name)
+bool is_left_over(int directory, const std::string& name)
 {
     auto launcher = launcher_of(name, request_pipe);
     if (!launcher)
         launcher = launcher_of(name, response_pipe);
-    return launcher && ::kill(*launcher, 0) != 0 && errno == ESRCH;
+    struct stat entry {};
+    return launcher && ::fstatat(directory, name.c_str(), &entry, AT_SYMLINK_NOFOLLOW) == 0 &&
+           !lives_since(*launcher, entry.st_mtim);
 }
 
 } // namespace
@@ -35,6 +37,6 @@ void sweep(const UserDirectory& directory)
         return;
     folder.release(); // the entries own it now
     while (const dirent* entry = ::readdir(entries.get()))
-        if (is_left_over(entry->d_name))
+        if (is_left_over(directory.descriptor(), entry->d_name))
             directory.remove_fifo(entry->d_name);
 }

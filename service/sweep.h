@@ -5,5 +5,6 @@
 
 #include "service/user_directory.h"
 
-/** Removes every launcher's FIFO in `directory` whose launcher no longer lives. */
+/** Removes every launcher's FIFO in `directory` whose launcher no longer lives; a process that
+    started after the FIFO was made has only inherited its number. */
 void sweep(const UserDirectory& directory);

@@ -1,6 +1,10 @@
 #include "service/user_directory.h"
 
+#include "service/own_fifo.h"
+
+#include <array>
 #include <cerrno>
+#include <climits>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <system_error>
@@ -8,61 +12,55 @@
 namespace
 {
 
-using FileStatus = struct stat;
-
 [[noreturn]] void fail(int error, const std::string& what)
 {
     throw std::system_error(error, std::generic_category(), what);
 }
 
-bool is_own_fifo(const FileStatus& entry)
+std::string path_of(int directory)
 {
-    return S_ISFIFO(entry.st_mode) && entry.st_uid == ::geteuid();
+    const std::string link = "/proc/self/fd/" + std::to_string(directory);
+    std::array<char, PATH_MAX> path{};
+    const ssize_t length = ::readlink(link.c_str(), path.data(), path.size());
+    return {path.data(), length > 0 ? static_cast<std::size_t>(length) : 0};
 }
 
 } // namespace
 
-UserDirectory::UserDirectory(std::string path)
-    : directory_path(std::move(path)),
-      directory(::open(directory_path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC))
+UserDirectory::UserDirectory(const std::string& path)
+    : directory(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC)),
+      real_path(path_of(directory.get())),
+      given_path(path)
 {
     struct stat entry {};
     if (!directory || ::fstat(directory.get(), &entry) != 0)
-        fail(errno, directory_path);
+        fail(errno, path);
     if (entry.st_uid != ::geteuid())
-        fail(EPERM, directory_path + " belongs to somebody else");
+        fail(EPERM, path + " belongs to somebody else");
     if (::fchmod(directory.get(), 0700) != 0)
-        fail(errno, directory_path);
+        fail(errno, path);
 }
 
 bool UserDirectory::is_named_by(const std::string& folder) const
 {
-    if (folder == directory_path)
-        return true;
-    // A relative name would mean the service's working directory, not the launcher's.
-    struct stat own {};
-    struct stat named {};
-    return folder.starts_with('/') && ::stat(folder.c_str(), &named) == 0 &&
-           ::fstat(directory.get(), &own) == 0 && own.st_dev == named.st_dev &&
-           own.st_ino == named.st_ino;
+    // Any other relative name would mean the service's working directory, not the launcher's.
+    return folder == given_path || (folder.starts_with('/') && is_at(folder));
 }
 
-Descriptor UserDirectory::open_fifo(const std::string& name, int access) const
+bool UserDirectory::is_at(const std::string& folder) const
 {
-    Descriptor fifo(::openat(directory.get(), name.c_str(),
-                             access | O_NONBLOCK | O_NOFOLLOW | O_NOCTTY | O_CLOEXEC));
-    struct stat entry {};
-    if (!fifo || ::fstat(fifo.get(), &entry) != 0)
-        fail(errno, name);
-    if (!is_own_fifo(entry))
-        fail(EPERM, name + " is no FIFO of this user");
-    return fifo;
+    struct stat own {};
+    struct stat named {};
+    return ::stat(folder.c_str(), &named) == 0 && ::fstat(directory.get(), &own) == 0 &&
+           own.st_dev == named.st_dev && own.st_ino == named.st_ino;
 }
 
 void UserDirectory::remove_fifo(const std::string& name) const
 {
-    struct stat entry {};
-    if (::fstatat(directory.get(), name.c_str(), &entry, AT_SYMLINK_NOFOLLOW) == 0 &&
-        is_own_fifo(entry))
+    try {
+        expect_own_fifo(directory.get(), name);
         ::unlinkat(directory.get(), name.c_str(), 0);
+    } catch (const std::system_error&) {
+        return; // it is gone already, or was never ours
+    }
 }

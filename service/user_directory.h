@@ -7,28 +7,32 @@
 #include "service/descriptor.h"
 
 #include <string>
-#include <string_view>
 
 class UserDirectory
 {
   public:
     /** Opens the directory at `path` and makes its mode 0700. Throws std::system_error when it
        cannot be opened, is a link, or belongs to somebody else. */
-    explicit UserDirectory(std::string path);
+    explicit UserDirectory(const std::string& path);
 
     int descriptor() const { return directory.get(); }
+
+    /** Its absolute path when it was opened, free of symbolic links. */
+    const std::string& path() const { return real_path; }
 
     /** Whether `folder` names this directory, as the service or in another way. */
     bool is_named_by(const std::string& folder) const;
 
-    /** Opens the FIFO `name` in it, never blocking. Throws std::system_error when that fails or
-       what is there is no FIFO of this user. */
-    Descriptor open_fifo(const std::string& name, int access) const;
+    /** Whether it is still to be found at its path: neither removed nor moved. */
+    bool is_in_place() const { return is_at(real_path); }
 
     /** Removes the FIFO `name` of this user; anything else stays. */
     void remove_fifo(const std::string& name) const;
 
   private:
-    std::string directory_path;
+    bool is_at(const std::string& folder) const;
+
     Descriptor directory;
+    std::string real_path;
+    std::string given_path;
 };

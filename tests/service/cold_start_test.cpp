@@ -50,8 +50,8 @@ TEST_F(ColdStart, OfTwoLaunchersAtTheSameMomentBothAreAnsweredAndOneServiceSurvi
 
 TEST_F(ColdStart, ACommandSubstitutionSeesTheEndOfTheLaunchersOutput)
 {
-    Invocation shell =
-        launcher({"-c", R"(x=$("$0" a b 2>&1); echo "ended $?, said '$x'")", PRODUCT_LAUNCHER});
+    Invocation shell = launcher(
+        {"-c", R"(x=$("$0" a b 2>&1); echo "ended $?, said '$x'")", programs + "uquarndiffmrg"});
     shell.path = "/bin/sh";
 
     EXPECT_EQ(Program(shell).run(), (Outcome{.exit_status = 0, .out = "ended 0, said ''\n"}));
@@ -61,8 +61,8 @@ TEST_F(ColdStart, ACommandSubstitutionSeesTheEndOfTheLaunchersOutput)
 
 TEST_F(ColdStart, ALockHeldAroundTheLauncherIsFreedWithIt)
 {
-    Invocation shell = launcher(
-        {"-c", "( flock 9; \"$0\" a b ) 9>held; flock -n held echo free", PRODUCT_LAUNCHER});
+    Invocation shell = launcher({"-c", "( flock 9; \"$0\" a b ) 9>held; flock -n held echo free",
+                                 programs + "uquarndiffmrg"});
     shell.path = "/bin/sh";
 
     EXPECT_EQ(Program(shell).run(), (Outcome{.exit_status = 0, .out = "free\n"}));

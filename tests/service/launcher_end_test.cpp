@@ -1,101 +1,120 @@
-// A launcher that ends before it was answered: its FIFOs go, the next launcher is served.
+// A launcher that ends before it was answered: its viewer is told, its FIFOs go.
 #include "tests/service/fake_launcher.h"
-#include "tests/service/huge_file.h"
 #include "tests/service/service_process.h"
 
+#include <csignal>
 #include <gmock/gmock.h>
 
 namespace
 {
 
-using testing::Contains;
 using testing::HasSubstr;
-using testing::Not;
 
 class LauncherEnd : public ServiceProcess
 {
   protected:
-    LauncherEnd()
-    {
-        start_service();
-        fake.emplace(scratch.user_directory());
-        fake->make_fifos();
-    }
+    LauncherEnd() { start_service(); }
 
-    void kill_and_expect_nothing_left()
+    bool nothing_is_left() const
     {
-        fake->kill();
-        pass_through_service();
-        EXPECT_THAT(scratch.user_listing(), Not(Contains(fake->request_name())));
-        EXPECT_THAT(scratch.user_listing(), Not(Contains(fake->response_name())));
+        return until([this] { return scratch.user_listing() == files_of_service(); });
     }
-
-    std::optional<FakeLauncher> fake;
 };
 
-TEST_F(LauncherEnd, BeforeItOpenedAnything)
+/** A launcher that goes as far as the test wants. */
+class FakeLauncherEnd : public LauncherEnd
 {
-    fake->announce();
+  protected:
+    FakeLauncherEnd() : fake(scratch.user_directory()) { fake.make_fifos(); }
+
+    FakeLauncher fake;
+};
+
+TEST_F(FakeLauncherEnd, BeforeItOpenedAnything)
+{
+    fake.announce();
     pass_through_service();
 
-    kill_and_expect_nothing_left();
+    fake.kill();
 
+    EXPECT_TRUE(nothing_is_left());
     EXPECT_THAT(service_log(), HasSubstr(": the launcher ended before it was answered\n"));
 }
 
-TEST_F(LauncherEnd, BeforeItsAnnouncementWasRead)
+TEST_F(FakeLauncherEnd, BeforeItsAnnouncementWasRead)
 {
-    const FakeLauncher& announcer = *fake;
-    fake->kill();
+    const FakeLauncher& announcer = fake;
+    fake.kill();
+
     announcer.announce();
 
-    kill_and_expect_nothing_left();
-
-    EXPECT_THAT(service_log(), HasSubstr(": not served: the launcher: No such process\n"));
+    EXPECT_TRUE(nothing_is_left());
+    EXPECT_THAT(service_log(), HasSubstr(": No such process\n"));
 }
 
-TEST_F(LauncherEnd, BetweenItsOpens)
+TEST_F(FakeLauncherEnd, BetweenItsOpens)
 {
-    fake->announce();
-    fake->open_request();
+    fake.announce();
+    fake.open_request();
 
-    kill_and_expect_nothing_left();
+    fake.kill();
+
+    EXPECT_TRUE(nothing_is_left());
 }
 
-TEST_F(LauncherEnd, AfterItsOpens)
+TEST_F(FakeLauncherEnd, AfterItsOpens)
 {
-    fake->announce();
-    fake->open_request();
-    fake->open_response();
+    fake.announce();
+    fake.open_request();
+    fake.open_response();
 
-    kill_and_expect_nothing_left();
+    fake.kill();
+
+    EXPECT_TRUE(nothing_is_left());
 }
 
-TEST_F(LauncherEnd, InTheMiddleOfItsRequest)
+TEST_F(FakeLauncherEnd, InTheMiddleOfItsRequest)
 {
-    fake->announce();
-    fake->open_request();
-    fake->open_response();
-    fake->write_request("<methodCall><methodName>");
+    fake.announce();
+    fake.open_request();
+    fake.open_response();
+    fake.write_request("<methodCall><methodName>");
 
-    kill_and_expect_nothing_left();
+    fake.kill();
+
+    EXPECT_TRUE(nothing_is_left());
 }
 
-TEST_F(LauncherEnd, WhileItsFilesAreRead)
+TEST_F(LauncherEnd, ClosesItsWindow)
 {
-    fake->announce();
-    fake->open_request();
-    fake->open_response();
-    fake->write_request(
-        "<methodCall><methodName>RequestHandler.Compare</methodName><params><param><value><array>"
-        "<data><value><string>huge</string></value></data></array></value></param><param><value>"
-        "<array><data><value><string>" +
-        huge_file(scratch) +
-        "</string></value></data></array></value></param>"
-        "<param><value><string>utf8_file_delta</string></value></param></params></methodCall>\n");
-    pass_through_service(); // others are served beside a huge file
+    Program open(launcher({"a", "b"}, ":window"));
+    open.start();
+    ASSERT_TRUE(until([this] { return viewers_on(":window").size() == 2; }));
 
-    kill_and_expect_nothing_left();
+    open.send_signal(SIGKILL);
+    open.wait();
+
+    EXPECT_TRUE(until([this] { return viewers_on(":window").size() == 1; })); // the spare
+    EXPECT_TRUE(nothing_is_left());
+    EXPECT_THAT(service_log(), HasSubstr(": the launcher ended before it was answered\n"));
+}
+
+TEST_F(LauncherEnd, LeavesTheWindowsOfOthersAlone)
+{
+    Program first(launcher({"a", "b"}, ":window"));
+    Program second(launcher({"a", "b"}, ":window"));
+    first.start();
+    ASSERT_TRUE(until([this] { return viewers_on(":window").size() == 2; }));
+    second.start();
+    ASSERT_TRUE(until([this] { return viewers_on(":window").size() == 3; }));
+
+    first.send_signal(SIGKILL);
+    first.wait();
+    ASSERT_TRUE(until([this] { return viewers_on(":window").size() == 2; }));
+
+    for (const pid_t viewer : viewers_on(":window"))
+        ::kill(viewer, SIGUSR1); // the spare ends by it
+    EXPECT_EQ(second.wait(), success);
 }
 
 } // namespace

@@ -202,7 +202,8 @@ TEST_F(OwnDirectory, NoDescriptorOfTheStarterStaysOpen)
     scratch.make_user_directory();
     Invocation shell = service();
     shell.path = "/bin/sh";
-    shell.arguments = {"-c", "exec 7>held; exec \"$0\" Kelvanport", SERVICE_PROGRAM};
+    shell.arguments = {"-c", "exec 7>held; exec \"$0\" --foreground Kelvanport",
+                       programs + "tolm_service"};
     Program starter(shell);
 
     starter.start();

@@ -13,16 +13,27 @@ namespace
 
 namespace fs = std::filesystem;
 
-bool is_service_in(const fs::path& process, const std::string& scratch)
+std::string environment_of(pid_t process)
 {
-    std::error_code error;
-    if (fs::read_symlink(process / "exe", error) != SERVICE_PROGRAM)
-        return false;
     try {
-        return file_contents(process / "environ").find(scratch) != std::string::npos;
+        return file_contents("/proc/" + std::to_string(process) + "/environ");
     } catch (const std::runtime_error&) {
-        return false; // it has just ended
+        return {}; // it has just ended
     }
+}
+
+std::vector<pid_t> processes_of(const std::string& program, const std::string& scratch)
+{
+    std::vector<pid_t> found;
+    for (const auto& process : fs::directory_iterator("/proc")) {
+        std::error_code error;
+        if (fs::read_symlink(process.path() / "exe", error) != program)
+            continue;
+        const pid_t id = std::stoi(process.path().filename());
+        if (environment_of(id).find(scratch) != std::string::npos)
+            found.push_back(id);
+    }
+    return found;
 }
 
 } // namespace
@@ -38,16 +49,31 @@ bool until(const std::function<bool()>& condition)
     return true;
 }
 
-ServiceProcess::ServiceProcess() : running_service(service())
+ServiceProcess::ServiceProcess(std::string product_tree)
+    : programs(std::move(product_tree) + "/bin/"), running_service(service())
 {
     scratch.write_file("a", "hello\n");
     scratch.write_file("b", "h\xc3\xa9llo\n");
     scratch.write_file("bad", "h\xe9llo\n");
 }
 
-Invocation ServiceProcess::service() const
+Invocation ServiceProcess::service(std::vector<std::string> words) const
 {
-    return invocation(scratch, SERVICE_PROGRAM, {"Kelvanport"});
+    return invocation(scratch, programs + "tolm_service", std::move(words));
+}
+
+void ServiceProcess::shim(Invocation& run, const Environment& settings) const
+{
+    run.environment["LD_PRELOAD"] = SHIM_LIBRARY;
+    run.environment["SHIM_PROGRAM"] = "tolm_service";
+    run.environment["SHIM_LOG"] = scratch / "shim.log";
+    for (const auto& [name, value] : settings)
+        run.environment[name] = value;
+}
+
+std::string ServiceProcess::shim_record() const
+{
+    return file_contents(scratch / "shim.log");
 }
 
 void ServiceProcess::start_service()
@@ -55,16 +81,25 @@ void ServiceProcess::start_service()
     scratch.make_user_directory();
     running_service.start();
     ASSERT_TRUE(until([this] { return lock_holder() == running_service.pid(); }));
+    ASSERT_TRUE(until([this] { return status().starts_with("tolm_service"); }));
 }
 
-Invocation ServiceProcess::launcher(std::vector<std::string> words) const
+std::string ServiceProcess::status() const
 {
-    return invocation(scratch, PRODUCT_LAUNCHER, std::move(words));
+    return Program(service({"--status"})).run().out;
 }
 
-Outcome ServiceProcess::launch(std::vector<std::string> words) const
+Invocation ServiceProcess::launcher(std::vector<std::string> words,
+                                    const std::string& display) const
 {
-    return Program(launcher(std::move(words))).run();
+    Invocation run = invocation(scratch, programs + "uquarndiffmrg", std::move(words));
+    run.environment["DISPLAY"] = display;
+    return run;
+}
+
+Outcome ServiceProcess::launch(std::vector<std::string> words, const std::string& display) const
+{
+    return Program(launcher(std::move(words), display)).run();
 }
 
 void ServiceProcess::pass_through_service() const
@@ -89,14 +124,37 @@ std::optional<pid_t> ServiceProcess::lock_holder() const
 
 std::vector<pid_t> ServiceProcess::services() const
 {
-    std::vector<pid_t> found;
-    for (const auto& process : fs::directory_iterator("/proc"))
-        if (is_service_in(process.path(), scratch.path()))
-            found.push_back(std::stoi(process.path().filename()));
+    return processes_of(programs + "tolm_service", scratch.path());
+}
+
+std::vector<pid_t> ServiceProcess::viewers() const
+{
+    return processes_of(programs + "quarnview", scratch.path());
+}
+
+std::vector<pid_t> ServiceProcess::viewers_on(const std::string& display) const
+{
+    std::vector<pid_t> found = viewers();
+    std::erase_if(found, [&](pid_t id) { return variable_of(id, "DISPLAY") != display; });
     return found;
+}
+
+Names ServiceProcess::files_of_service() const
+{
+    return {rendezvous_pipe, "tolm_service.log", service_pid_file, "tolm_service.socket"};
 }
 
 std::string ServiceProcess::service_log() const
 {
     return file_contents(scratch.user_directory() + "/tolm_service.log");
+}
+
+std::string variable_of(pid_t process, const std::string& name)
+{
+    const std::string environment = '\0' + environment_of(process);
+    const std::string prefix = '\0' + name + "=";
+    const std::size_t begin = environment.find(prefix);
+    if (begin == std::string::npos)
+        return {};
+    return environment.c_str() + begin + prefix.size();
 }

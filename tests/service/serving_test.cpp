@@ -1,10 +1,13 @@
-// What the service makes of requests and announcements.
+// What the service makes of announcements.
 #include "protocol/wire_names.h"
 #include "tests/service/fake_launcher.h"
 #include "tests/service/service_process.h"
 
+#include <climits>
+#include <csignal>
 #include <fcntl.h>
 #include <gmock/gmock.h>
+#include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -27,70 +30,97 @@ class Serving : public ServiceProcess
                   static_cast<ssize_t>(bytes.size()));
         ::close(rendezvous);
     }
+
+    bool rendezvous_is_empty() const
+    {
+        const std::string path = scratch.user_directory() + "/" + rendezvous_pipe;
+        const int rendezvous = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+        int waiting = -1;
+        ::ioctl(rendezvous, FIONREAD, &waiting);
+        ::close(rendezvous);
+        return waiting == 0;
+    }
 };
 
-TEST_F(Serving, WellFormedContributorsAreAnsweredWithSuccess)
+TEST_F(Serving, TheViewersAnswerIsTheLaunchers)
 {
-    EXPECT_EQ(launch({"-encoding", "utf-8", "a", "b"}), success);
+    EXPECT_EQ(launch({"a", "b"}), success);
+    EXPECT_EQ(launch({"a", "bad"}), silent_failure);
+}
 
-    EXPECT_EQ(scratch.user_listing(),
-              (Names{rendezvous_pipe, "tolm_service.log", service_pid_file}));
+TEST_F(Serving, ASuccessLeavesNothingBehindAndLogsNothing)
+{
+    EXPECT_EQ(launch({"a", "b"}), success);
+
+    EXPECT_TRUE(until([this] { return scratch.user_listing() == files_of_service(); }));
     EXPECT_EQ(service_log(), "");
 }
 
-TEST_F(Serving, AMalformedContributorIsAnsweredWithFailureAndOneLogLine)
+TEST_F(Serving, AViewersReasonIsOneLogLine)
 {
-    Program run(launcher({"a", "bad"}));
-
-    EXPECT_EQ(run.run(), silent_failure);
-
-    EXPECT_THAT(service_log(), MatchesRegex("[0-9-]+T[0-9:]+Z launcher [0-9]+: " + scratch.path() +
-                                            "/bad: offset 1: expected a valid utf-8 character\n"));
-}
-
-TEST_F(Serving, TextIsJudgedInTheEncodingThatTheCommandLineNames)
-{
-    scratch.write_file("wide", std::string("\x61\x00\xd8\x00\x61\x00", 6));
-
-    EXPECT_EQ(launch({"-encoding", "utf-16le", "wide", "wide"}), success);
-    EXPECT_EQ(launch({"-encoding", "utf-16be", "wide", "wide"}), silent_failure);
-    EXPECT_THAT(service_log(), HasSubstr("/wide: offset 2: expected a valid utf-16be character\n"));
-}
-
-TEST_F(Serving, ACutFileIsToldByWhereItsLastCharacterBegins)
-{
-    scratch.write_file("cut", "ab\xe2\x82");
-
-    EXPECT_EQ(launch({"a", "cut"}), silent_failure);
+    launch({"a", "bad"});
+    pass_through_service();
 
     EXPECT_THAT(service_log(),
-                HasSubstr("/cut: offset 2: expected the rest of a utf-8 character\n"));
+                MatchesRegex("[0-9-]+T[0-9:]+Z launcher [0-9]+: a contributor is bad\n"));
 }
 
-TEST_F(Serving, AMergeIsAnswered)
+TEST_F(Serving, SeveralAnnouncementsInOneReadAreAllServed)
 {
-    EXPECT_EQ(launch({"-out", "m", "-base", "a", "a", "b"}), success);
-    EXPECT_EQ(launch({"-out", "m", "-base", "bad", "a", "b"}), silent_failure);
+    ::kill(running_service.pid(), SIGSTOP);
+    Program one(launcher({"a", "b"}));
+    Program two(launcher({"a", "bad"}));
+    one.start();
+    two.start();
+    // Both have announced themselves when they wait in the opening of their own FIFOs.
+    ASSERT_TRUE(until([this] { return scratch.user_listing().size() == 8; }));
+
+    ::kill(running_service.pid(), SIGCONT);
+
+    EXPECT_EQ(one.wait(), success);
+    EXPECT_EQ(two.wait(), silent_failure);
 }
 
-TEST_F(Serving, DirectoriesAndEmptyFilesAreContributors)
+TEST_F(Serving, AnAnnouncementInPiecesIsWaitedFor)
 {
-    scratch.write_file("empty", "");
+    FakeLauncher fake(scratch.user_directory());
+    fake.make_fifos();
+    const std::string announcement = scratch.user_directory() + "/" + fake.request_name() + "\n" +
+                                     scratch.user_directory() + "/" + fake.response_name() + "\n";
 
-    EXPECT_EQ(launch({".", scratch.path()}), success);
-    EXPECT_EQ(launch({"empty", "/dev/null"}), success);
+    write_to_rendezvous(announcement.substr(0, 20));
+    EXPECT_TRUE(until([this] { return rendezvous_is_empty(); }));
+    write_to_rendezvous(announcement.substr(20));
+
+    fake.open_request();
+    fake.open_response();
+    fake.write_request("\n");
+    EXPECT_THAT(fake.read_reply(), HasSubstr("<boolean>1</boolean>"));
 }
 
-TEST_F(Serving, AnUnreadableKindOfFileIsAnsweredWithFailure)
+TEST_F(Serving, AnAnnouncementLongerThanPipesKeepWholeIsServed)
 {
-    const std::string fifo = scratch / "fifo";
-    ::mkfifo(fifo.c_str(), 0600);
-    const int both_sides = ::open(fifo.c_str(), O_RDWR | O_CLOEXEC); // so that no open blocks
+    FakeLauncher fake(scratch.user_directory());
+    fake.make_fifos();
+    const std::string detour(PIPE_BUF / 2, '/'); // means no more than one of them
+    const std::string folder =
+        scratch.path() + detour + scratch.user_directory().substr(scratch.path().size() + 1);
 
-    EXPECT_EQ(launch({"a", "fifo"}), silent_failure);
+    write_to_rendezvous(folder + "/" + fake.request_name() + "\n" + folder + "/" +
+                        fake.response_name() + "\n");
 
-    ::close(both_sides);
-    EXPECT_THAT(service_log(), HasSubstr("/fifo: expected a file or a directory\n"));
+    fake.open_request();
+    fake.open_response();
+    fake.write_request("\n");
+    EXPECT_THAT(fake.read_reply(), HasSubstr("<boolean>1</boolean>"));
+}
+
+TEST_F(Serving, AFileModeMaskOfTheStarterIsNotKept)
+{
+    pass_through_service();
+
+    EXPECT_THAT(file_contents("/proc/" + std::to_string(running_service.pid()) + "/status"),
+                HasSubstr("Umask:\t0077\n"));
 }
 
 TEST_F(Serving, ARequestLargerThanAPipeHoldsIsServed)
@@ -98,36 +128,6 @@ TEST_F(Serving, ARequestLargerThanAPipeHoldsIsServed)
     const std::vector<std::string> words(1000, "./././././././././././././././././././././././a");
 
     EXPECT_EQ(launch(words), success);
-}
-
-TEST_F(Serving, ANameMayHoldTheDocumentsOwnFragments)
-{
-    ::mkdir((scratch / "x<").c_str(), 0700);
-    ::mkdir((scratch / "x</string><").c_str(), 0700);
-    ::mkdir((scratch / "x</string></value><").c_str(), 0700);
-    scratch.write_file("x</string></value></data><data><value><string>b", "hello\n");
-
-    EXPECT_EQ(launch({"x</string></value></data><data><value><string>b", "a"}), success);
-    EXPECT_EQ(launch({"a", "x</string></value></data><data><value><string>b", "bad"}),
-              silent_failure);
-    EXPECT_THAT(service_log(), HasSubstr(scratch.path() + "/bad: offset 1"));
-}
-
-TEST_F(Serving, ALineFeedInANameLeavesTheLogLineOne)
-{
-    scratch.write_file("two\nlines", "\xff");
-
-    launch({"a", "two\nlines"});
-
-    EXPECT_THAT(service_log(), HasSubstr("/two\\x0alines: offset 0"));
-}
-
-TEST_F(Serving, ARootRelativeToTheLaunchersDirectoryIsFollowedFromThere)
-{
-    Invocation run = launcher({"/a", "/b"});
-    run.environment["QUARNFOLD_ROOT"] = ".";
-
-    EXPECT_EQ(Program(run).run(), success);
 }
 
 TEST_F(Serving, ADirectoryNamedInAnotherWayIsTheSameDirectory)
@@ -159,8 +159,7 @@ TEST_F(Serving, ALinkInPlaceOfAFifoIsRefused)
     fake.announce();
     pass_through_service();
 
-    EXPECT_THAT(service_log(),
-                HasSubstr(fake.request_name() + ": Too many levels of symbolic links"));
+    EXPECT_THAT(service_log(), HasSubstr(fake.request_name() + " is no FIFO of this user"));
 }
 
 TEST_F(Serving, AFileInPlaceOfAFifoIsRefusedAndKept)
@@ -178,55 +177,15 @@ TEST_F(Serving, AFileInPlaceOfAFifoIsRefusedAndKept)
     EXPECT_EQ(file_contents(response), "precious");
 }
 
-TEST_F(Serving, ADocumentThatIsNoRequestIsAnsweredWithFailure)
+TEST_F(Serving, AMissingFifoIsRefused)
 {
-    FakeLauncher fake(scratch.user_directory());
-    fake.make_fifos();
+    const FakeLauncher fake(scratch.user_directory());
+    ::mkfifo((scratch.user_directory() + "/" + fake.request_name()).c_str(), 0600);
+
     fake.announce();
-    fake.open_request();
-    fake.open_response();
-
-    fake.write_request("<methodCall><params></params></methodCall>\n");
-
-    EXPECT_THAT(fake.read_reply(), HasSubstr("<boolean>0</boolean>"));
-    EXPECT_THAT(service_log(), HasSubstr("the request is none that this service knows\n"));
-}
-
-TEST_F(Serving, ARequestInPiecesIsWaitedFor)
-{
-    FakeLauncher fake(scratch.user_directory());
-    fake.make_fifos();
-    fake.announce();
-    fake.open_request();
-    fake.open_response();
-
-    fake.write_request("<methodCall><methodName>RequestHandler.Compare</methodName><params>");
     pass_through_service();
-    fake.write_request("<param><value><array><data><value><string>n</string></value></data></array>"
-                       "</value></param><param><value><array><data><value><string>/dev/null"
-                       "</string></value></data></array></value></param><param><value><string>"
-                       "utf8_file_delta</string></value></param></params></methodCall>");
-    pass_through_service();
-    fake.write_request("\n");
 
-    const std::string reply = fake.read_reply();
-    EXPECT_THAT(reply, HasSubstr("<boolean>1</boolean>"));
-    EXPECT_LT(reply.size(), 1023U);
-}
-
-TEST_F(Serving, ARequestThatEndsTooEarlyIsAnsweredWithFailure)
-{
-    FakeLauncher fake(scratch.user_directory());
-    fake.make_fifos();
-    fake.announce();
-    fake.open_request();
-    fake.open_response();
-
-    fake.write_request("<methodCall>");
-    fake.close_request();
-
-    EXPECT_THAT(fake.read_reply(), HasSubstr("<boolean>0</boolean>"));
-    EXPECT_THAT(service_log(), HasSubstr("the request ended before it was complete\n"));
+    EXPECT_THAT(service_log(), HasSubstr(fake.response_name() + ": No such file or directory"));
 }
 
 } // namespace

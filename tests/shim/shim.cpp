@@ -15,6 +15,9 @@
  *
  * SHIM_GATE: rules "call[@text]:nth:path". That use waits until a byte can be read from the path.
  *
+ * SHIM_CLOCK: a file, the size of which in bytes is the number of seconds by which the program's
+ * steady clock runs ahead.
+ *
  * Rules are separated by commas. Where a text is given, only uses whose recorded line contains it
  * count; the nth "*" is every use.
  *
@@ -33,6 +36,7 @@
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <pwd.h>
+#include <spawn.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <sys/time.h>
@@ -70,6 +74,7 @@ struct Rules {
 bool active = false;
 pid_t program_id = 0;
 const char* log_path = nullptr;
+const char* clock_path = nullptr;
 long time_divisor = 1;
 Rules divisors;
 Rules failures;
@@ -243,6 +248,7 @@ __attribute__((constructor)) void start()
     ::unsetenv("LD_PRELOAD"); // programs that this one runs may be of another machine type
     program_id = ::getpid();
     log_path = ::getenv("SHIM_LOG");
+    clock_path = ::getenv("SHIM_CLOCK");
     if (const char* const divisor = ::getenv("SHIM_TIME_DIVISOR"))
         parse_divisors(divisor);
     parse(::getenv("SHIM_FAIL"), failures);
@@ -486,6 +492,16 @@ INTERPOSE(time_t, time, "time", time_t* now)
     return real<time_t(time_t*)>("time")(now);
 }
 
+INTERPOSE(int, clock_gettime, "clock_gettime", clockid_t clock, timespec* now)
+{
+    const int result = real<int(clockid_t, timespec*)>("clock_gettime")(clock, now);
+    struct stat ahead {};
+    if (active && clock == CLOCK_MONOTONIC && clock_path != nullptr &&
+        ::stat(clock_path, &ahead) == 0)
+        now->tv_sec += ahead.st_size;
+    return result;
+}
+
 INTERPOSE(void, srand, "srand", unsigned seed)
 {
     goes_on("srand", "%s", seed == 0 ? "zero" : "seed");
@@ -509,6 +525,30 @@ INTERPOSE(int, execv, "execv", const char* path, char* const* arguments)
     return goes_on("execv", "%s", path)
                ? real<int(const char*, char* const*)>("execv")(path, arguments)
                : -1;
+}
+
+INTERPOSE(int, posix_spawn, "posix_spawn", pid_t* id, const char* path,
+          const posix_spawn_file_actions_t* actions, const posix_spawnattr_t* attributes,
+          char* const* arguments, char* const* environment)
+{
+    return goes_on("posix_spawn", "%s", path)
+               ? real<int(pid_t*, const char*, const posix_spawn_file_actions_t*,
+                          const posix_spawnattr_t*, char* const*, char* const*)>("posix_spawn")(
+                     id, path, actions, attributes, arguments, environment)
+               : errno;
+}
+
+// The service's complaints are all of this form: one text.
+INTERPOSE(void, syslog, "syslog", int priority, const char* format, const char* text)
+{
+    goes_on("syslog", "%d, %s, %s", priority, format, text);
+}
+
+INTERPOSE(void, syslog_chk, "__syslog_chk", int priority, int flag, const char* format,
+          const char* text)
+{
+    static_cast<void>(flag);
+    goes_on("syslog", "%d, %s, %s", priority, format, text);
 }
 
 INTERPOSE(int, system, "system", const char* command)

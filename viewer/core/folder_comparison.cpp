@@ -199,7 +199,7 @@ std::vector<EntryState> FolderComparison::summaries() const
     return states;
 }
 
-FolderRow compared_row(const std::vector<std::string>& roots, FolderRow row,
+FolderRow compared_row(const std::vector<std::string>& roots, const FolderRow& row,
                        const std::stop_token& stop)
 {
     FolderRow compared = row;

@@ -68,7 +68,7 @@ FolderComparison list_folders(const std::vector<std::string>& roots,
 
 /** A row with the states that it has once its contents are compared; the row itself when nothing of
     it is pending, or after a stop. Needs nothing but its arguments, so any thread may call it. */
-FolderRow compared_row(const std::vector<std::string>& roots, FolderRow row,
+FolderRow compared_row(const std::vector<std::string>& roots, const FolderRow& row,
                        const std::stop_token& stop = {});
 
 /** Told the index of a row and its new content. */

@@ -1,5 +1,7 @@
 #include "viewer/core/folder_comparison.h"
 
+#include "support/joined.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <filesystem>
@@ -89,7 +91,7 @@ class Listing
                 return;
             const std::size_t below = result.rows.size();
             result.rows.push_back(
-                {folder.empty() ? name : folder + '/' + name, std::move(entries)});
+                {folder.empty() ? name : joined({folder, "/", name}), std::move(entries)});
             list_below(below);
             settle(result.rows[below]);
         }

@@ -41,7 +41,7 @@ LineRange range_of(int start, int lines)
     return {begin, begin + static_cast<std::size_t>(lines)};
 }
 
-int take_hunk(const git_diff_delta*, const git_diff_hunk* hunk, void* hunks)
+int take_hunk(const git_diff_delta* /*delta*/, const git_diff_hunk* hunk, void* hunks)
 {
     static_cast<std::vector<Hunk>*>(hunks)->push_back(
         {range_of(hunk->old_start, hunk->old_lines), range_of(hunk->new_start, hunk->new_lines)});
@@ -61,7 +61,8 @@ std::vector<Hunk> find_hunks(std::span<const std::uint32_t> first,
     prepare_find_hunks();
     if (std::ranges::equal(first, second))
         return {};
-    git_diff_options options = GIT_DIFF_OPTIONS_INIT;
+    git_diff_options options;
+    ::git_diff_options_init(&options, GIT_DIFF_OPTIONS_VERSION);
     options.flags = GIT_DIFF_FORCE_TEXT;
     options.context_lines = 0;
     const std::string first_text = as_text(first);

@@ -41,9 +41,10 @@ MergeResult::Piece MergeResult::initial(std::size_t region) const
 
 LineRange MergeResult::pieces_of(std::size_t region) const
 {
-    const auto found = std::ranges::equal_range(pieces, region, {}, &Piece::region);
-    const auto begin = static_cast<std::size_t>(found.begin() - pieces.begin());
-    return {begin, begin + found.size()};
+    const auto begin = std::ranges::lower_bound(pieces, region, {}, &Piece::region);
+    const auto end = std::ranges::upper_bound(pieces, region, {}, &Piece::region);
+    return {static_cast<std::size_t>(begin - pieces.begin()),
+            static_cast<std::size_t>(end - pieces.begin())};
 }
 
 void MergeResult::put(std::size_t at, std::size_t count, const std::vector<Piece>& others)
@@ -72,8 +73,8 @@ std::size_t MergeResult::undo()
     undone.push_back(std::move(done.back()));
     done.pop_back();
     const std::vector<Splice>& splices = undone.back().splices;
-    for (auto splice = splices.rbegin(); splice != splices.rend(); ++splice)
-        put(splice->at, splice->inserted.size(), splice->removed);
+    for (std::size_t index = splices.size(); index-- > 0;)
+        put(splices[index].at, splices[index].inserted.size(), splices[index].removed);
     return first_rows[splices.front().at];
 }
 
@@ -125,6 +126,7 @@ void MergeResult::choose_pieces(std::size_t region, std::vector<Piece> chosen)
 void MergeResult::choose(std::size_t region, const std::vector<std::size_t>& contributors)
 {
     std::vector<Piece> chosen;
+    chosen.reserve(contributors.size());
     for (const std::size_t contributor : contributors)
         chosen.push_back(contributed(region, contributor));
     if (chosen.empty())

@@ -24,7 +24,8 @@ struct ResultPosition {
     std::size_t row = 0;
     std::size_t column = 0;
 
-    auto operator<=>(const ResultPosition&) const = default;
+    auto
+    operator<=>(const ResultPosition&) const = default; // NOLINT(modernize-use-nullptr): sees 0
 };
 
 /** Where a row of the result comes from. */

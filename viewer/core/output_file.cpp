@@ -37,7 +37,7 @@ std::optional<std::string> linked_file(std::string path)
         const std::string target = std::filesystem::read_symlink(path, no_link);
         if (no_link)
             return path;
-        path = target.starts_with('/') ? target : folder_of(path) + target;
+        path = target.starts_with('/') ? target : joined({folder_of(path), target});
     }
     errno = ELOOP;
     return std::nullopt;

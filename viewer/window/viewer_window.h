@@ -4,7 +4,7 @@
  */
 #pragma once
 
-#include "service/request.h"
+#include "viewer/core/request.h"
 #include "viewer/window/contributor.h"
 #include "viewer/window/viewer_page.h"
 

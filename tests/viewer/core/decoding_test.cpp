@@ -1,6 +1,6 @@
 // Our decoders judge as the C library's converter does, over all classes of malformed text.
 #include "cmdline/encodings.h"
-#include "service/encoding_check.h"
+#include "tests/viewer/core/c_library_check.h"
 #include "viewer/core/text.h"
 
 #include <cstdint>
@@ -87,7 +87,7 @@ std::uint64_t valid_bytes_here(const std::string& bytes, int encoding)
 
 std::uint64_t valid_bytes_of_the_library(const std::string& bytes, int encoding)
 {
-    EncodingCheck check(encoding_types[encoding]);
+    CLibraryCheck check(encoding_types[encoding]);
     check.feed(bytes);
     return check.valid_bytes();
 }
