@@ -1,0 +1,191 @@
+#include "viewer/window/compare_view.h"
+
+#include "viewer/window/actions.h"
+#include "viewer/window/arrow_icon.h"
+
+#include <QLocale>
+#include <QVBoxLayout>
+#include <algorithm>
+
+namespace
+{
+
+/** Differences that are found this soon are in the first picture. */
+constexpr std::chrono::milliseconds short_comparison{6};
+
+} // namespace
+
+CompareView::CompareView(SharedStyle shared, QWidget* parent)
+    : TextPage(std::move(shared), parent),
+      job([this](Outcome outcome) { take_comparison(std::move(outcome)); })
+{
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(&strip);
+    layout->addWidget(&side, 1);
+    layout->addWidget(&find);
+}
+
+void CompareView::show_contributors(Contributors all)
+{
+    contributors = std::move(all);
+    strip.clear();
+    side.show_contributors(contributors);
+    mark_phrase();
+    compare_again();
+    job.wait(short_comparison);
+}
+
+void CompareView::compare_again()
+{
+    is_compared = false;
+    job.cancel();
+    if (contributors.empty())
+        return;
+    if (!all_shown(contributors)) {
+        on_status(tr("Not compared"));
+        return;
+    }
+    on_busy(true);
+    on_status(tr("Comparing\u2026"));
+    job.start([texts = texts_of(contributors),
+               options = style->options.compare](const std::stop_token& stop) {
+        auto comparison = compare(texts, options, stop);
+        return comparison ? std::optional(Outcome{std::move(*comparison), likeness(texts)})
+                          : std::nullopt;
+    });
+}
+
+void CompareView::cancel()
+{
+    job.cancel();
+    on_busy(false);
+    on_status(tr("Not compared"));
+    strip.offer(tr("The comparison was cancelled."), tr("Compare"), [this] { compare_again(); });
+}
+
+void CompareView::take_comparison(Outcome outcome)
+{
+    is_compared = true;
+    side.show_comparison(std::move(outcome.comparison));
+    on_busy(false);
+    tell_likeness(outcome.alike);
+    tell_position();
+}
+
+void CompareView::tell_likeness(const Likeness& alike)
+{
+    if (const char* sentence = likeness_sentence(alike); sentence != nullptr)
+        strip.tell(QCoreApplication::translate("Likeness", sentence));
+    else if (side.rows().comparison().difference_count() == 0)
+        strip.tell(tr("The contributors differ only in what is ignored."));
+    else
+        strip.clear();
+}
+
+void CompareView::tell_position()
+{
+    const std::size_t count = side.rows().comparison().difference_count();
+    const QString all = QLocale().toString(static_cast<qulonglong>(count));
+    const auto current = side.rows().current_difference();
+    if (count == 0)
+        on_status(tr("No differences"));
+    else if (!current)
+        on_status(tr("Differences: %1").arg(all));
+    else
+        on_status(tr("Difference %1 of %2")
+                      .arg(QLocale().toString(static_cast<qulonglong>(*current + 1)), all));
+}
+
+void CompareView::caret_moved()
+{
+    TextPage::caret_moved();
+    const std::size_t column = side.active_column();
+    if (!is_compared || contributors[column].text->line_count() == 0)
+        return;
+    const Comparison& comparison = side.rows().comparison();
+    const std::size_t row = comparison.row_of(column, side.column(column).caret().line);
+    const auto here = comparison.difference_at(row);
+    if (here && here != side.rows().current_difference()) {
+        side.rows().set_current(here);
+        side.update_columns();
+        tell_position();
+    }
+}
+
+void CompareView::go_to(std::optional<std::size_t> difference)
+{
+    if (!difference || *difference >= side.rows().comparison().difference_count())
+        return;
+    side.go_to_difference(*difference);
+    tell_position();
+}
+
+void CompareView::go_to_next()
+{
+    go_to(side.next_difference());
+}
+
+void CompareView::go_to_previous()
+{
+    go_to(side.previous_difference());
+}
+
+void CompareView::go_to_first()
+{
+    go_to(0);
+}
+
+void CompareView::go_to_last()
+{
+    go_to(side.rows().comparison().difference_count() - 1);
+}
+
+void CompareView::set_style(SharedStyle shared)
+{
+    const bool compares_otherwise = style->options.compare != shared->options.compare;
+    TextPage::set_style(std::move(shared));
+    if (compares_otherwise)
+        compare_again();
+}
+
+void CompareView::swap_order()
+{
+    Contributors all = contributors;
+    std::ranges::reverse(all);
+    show_contributors(std::move(all));
+}
+
+void CompareView::add_menus(QMenuBar& menus, QToolBar& tools)
+{
+    QMenu& file = *menus.addMenu(tr("&File"));
+    add_entry(file, tr("&Reload"), {QKeySequence("F5")}, [this] { reload(); });
+    add_entry(file, tr("S&wap Order"), {QKeySequence("Ctrl+Alt+S")}, [this] { swap_order(); });
+    file.addSeparator();
+    add_close_entry(file);
+    fill_edit_menu(*menus.addMenu(tr("&Edit")));
+    add_view_options(*menus.addMenu(tr("&View")), option_changes());
+    fill_difference_menu(*menus.addMenu(tr("&Differences")), tools);
+    add_compare_options(*menus.addMenu(tr("&Ignore")), option_changes());
+}
+
+void CompareView::fill_difference_menu(QMenu& menu, QToolBar& tools)
+{
+    QAction* previous = add_entry(menu, tr("&Previous Difference"),
+                                  {QKeySequence("F7"), QKeySequence("Alt+Up"), QKeySequence("P")},
+                                  [this] { go_to_previous(); });
+    QAction* next = add_entry(menu, tr("&Next Difference"),
+                              {QKeySequence("F8"), QKeySequence("Alt+Down"), QKeySequence("N")},
+                              [this] { go_to_next(); });
+    QAction* first = add_entry(menu, tr("&First Difference"), {QKeySequence("Alt+Home")},
+                               [this] { go_to_first(); });
+    QAction* last = add_entry(menu, tr("&Last Difference"), {QKeySequence("Alt+End")},
+                              [this] { go_to_last(); });
+    const std::array entries{first, previous, next, last};
+    constexpr std::array kinds{ArrowKind::top, ArrowKind::up, ArrowKind::down, ArrowKind::bottom};
+    for (std::size_t index = 0; index < entries.size(); ++index) {
+        entries.at(index)->setIcon(arrow_icon(kinds.at(index)));
+        tools.addAction(entries.at(index));
+    }
+}

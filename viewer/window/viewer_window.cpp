@@ -1,0 +1,266 @@
+#include "viewer/window/viewer_window.h"
+
+#include "viewer/window/compare_view.h"
+#include "viewer/window/folder_view.h"
+#include "viewer/window/merge_view.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QFontDatabase>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QScreen>
+#include <QStatusBar>
+#include <QTimer>
+#include <QToolBar>
+#include <algorithm>
+#include <cmath>
+
+namespace
+{
+
+constexpr const char* geometry_name = "viewer";
+constexpr int columns_of_text = 88; // for which the first size has room, in each column
+constexpr int rows_of_text = 46;
+
+QString title_of(const Contributors& contributors)
+{
+    QStringList names;
+    for (const Contributor& contributor : contributors)
+        names.append(contributor.name);
+    return names.join(QStringLiteral(" \u2013 "));
+}
+
+/** Text that needs what most texts need, for warming up. */
+Contributors sample()
+{
+    std::string text;
+    for (char character = ' '; character < '\x7f'; ++character)
+        text += character;
+    const auto one = std::make_shared<const Text>(text + "\nsame\n", 0, false);
+    const auto other = std::make_shared<const Text>(text + " \nsame\nmore\n", 0, false);
+    const QString name = QString::fromStdString(text);
+    return {{.name = name, .facts = describe(*one), .text = one},
+            {.name = name, .facts = describe(*other), .text = other}};
+}
+
+} // namespace
+
+ViewerWindow::ViewerWindow()
+    : style(make_style(load_view_options())), compare(new CompareView(style, this))
+{
+    setCentralWidget(compare);
+    connect_page(*compare);
+    stop.setText(tr("Cancel"));
+    stop.hide();
+    QObject::connect(&stop, &QPushButton::clicked, this, [this] { current->cancel(); });
+    statusBar()->addWidget(&status, 1);
+    statusBar()->addPermanentWidget(&stop);
+    statusBar()->addPermanentWidget(&place);
+    show_page(compare);
+    first_size();
+}
+
+ViewerWindow::~ViewerWindow()
+{
+    // The page tells the labels above until it is gone.
+    delete takeCentralWidget();
+}
+
+SharedStyle ViewerWindow::make_style(const ViewOptions& options) const
+{
+    QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    const qreal system_size = font.pointSizeF() > 0 ? font.pointSizeF() : 10;
+    font.setPointSizeF(std::max(system_size + options.font_growth, 4.0));
+    return std::make_shared<const ViewStyle>(
+        ViewStyle{GlyphMetrics(font, devicePixelRatioF(), options.tab_cells),
+                  ViewerPalette(palette()), options});
+}
+
+void ViewerWindow::connect_page(ViewerPage& page)
+{
+    page.on_status = [this](const QString& text) { status.setText(text); };
+    page.on_place = [this](const QString& text) { place.setText(text); };
+    page.on_busy = [this](bool busy) { stop.setVisible(busy); };
+    page.on_options = [this](const ViewOptions& options) { apply_options(options); };
+    page.on_close_wanted = [this] { close(); };
+}
+
+void ViewerWindow::apply_options(const ViewOptions& options)
+{
+    save_view_options(options);
+    style = make_style(options);
+    current->set_style(style);
+}
+
+void ViewerWindow::show_page(ViewerPage* page)
+{
+    current = page;
+    menuBar()->clear();
+    delete findChild<QToolBar*>();
+    auto* tools = new QToolBar(tr("Tools"), this);
+    tools->setMovable(false);
+    tools->setIconSize(QSize(16, 16));
+    tools->setContextMenuPolicy(Qt::PreventContextMenu);
+    page->add_menus(*menuBar(), *tools);
+    addToolBar(tools);
+}
+
+void ViewerWindow::first_size()
+{
+    if (restoreGeometry(load_geometry(geometry_name)))
+        return;
+    const GlyphMetrics& metrics = style->metrics;
+    const QSize room = screen()->availableSize() * 0.9;
+    const int width = static_cast<int>(metrics.cell() * (columns_of_text + 8)) * 2;
+    const int height = metrics.line_height() * rows_of_text + 150;
+    resize(QSize(width, height).boundedTo(room));
+}
+
+void ViewerWindow::warm_up()
+{
+    winId();
+    compare->show_contributors(sample());
+    ensurePolished();
+    grab();
+    compare->show_contributors({});
+}
+
+void ViewerWindow::open(const WindowRequest& wanted)
+{
+    const Request& request = wanted.request;
+    choose_page(wanted, read_contributors(request.contributors, request.names, request.encoding));
+    waits_for_picture = true;
+    come_to_front(wanted);
+    current->take_focus();
+}
+
+void ViewerWindow::choose_page(const WindowRequest& wanted, Contributors contributors)
+{
+    setWindowTitle(title_of(contributors));
+    const bool are_folders = std::ranges::all_of(contributors, &Contributor::is_directory);
+    if (wanted.request.merge) {
+        auto* merge = new MergeView(style, this);
+        show_instead(merge);
+        merge->show_merge(std::move(contributors), wanted.request.output, wanted.file_mode_mask);
+        show_page(merge);
+    } else if (are_folders) {
+        auto* folders = new FolderView(style, this);
+        show_instead(folders);
+        folders->on_open = [this, encoding = wanted.request.encoding](const auto& paths,
+                                                                      const auto& names) {
+            open_files(paths, names, encoding);
+        };
+        folders->show_folders(std::move(contributors));
+        show_page(folders);
+    } else {
+        compare->show_contributors(std::move(contributors));
+    }
+}
+
+/** The page that was made in advance gives way to another. */
+void ViewerWindow::show_instead(ViewerPage* page)
+{
+    connect_page(*page);
+    menuBar()->clear();
+    setCentralWidget(page); // deletes the old one
+    compare = nullptr;
+}
+
+void ViewerWindow::open_files(const std::vector<std::string>& paths,
+                              const std::vector<std::string>& names, int encoding)
+{
+    std::erase_if(others, [](const auto& window) { return window->finished; });
+    others.push_back(std::make_unique<ViewerWindow>());
+    WindowRequest wanted;
+    wanted.request.contributors = paths;
+    wanted.request.names = names;
+    wanted.request.encoding = encoding;
+    others.back()->open(wanted);
+}
+
+void ViewerWindow::come_to_front(const WindowRequest& wanted)
+{
+    if (!wanted.activation_token.empty())
+        qputenv("XDG_ACTIVATION_TOKEN", QByteArray::fromStdString(wanted.activation_token));
+    show();
+    raise();
+    activateWindow();
+}
+
+void ViewerWindow::paintEvent(QPaintEvent* event)
+{
+    QMainWindow::paintEvent(event);
+    if (!waits_for_picture)
+        return;
+    waits_for_picture = false;
+    QTimer::singleShot(0, this, [this] { painted_first(); }); // once all is painted and flushed
+}
+
+void ViewerWindow::painted_first()
+{
+    was_shown = true;
+    current->after_shown();
+    if (on_shown)
+        on_shown();
+}
+
+void ViewerWindow::changeEvent(QEvent* event)
+{
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && current != nullptr) {
+        style = make_style(style->options);
+        current->set_style(style);
+    }
+}
+
+void ViewerWindow::abandon()
+{
+    abandoned = true;
+    close();
+}
+
+void ViewerWindow::closeEvent(QCloseEvent* event)
+{
+    if (current->has_unsaved_work() && !abandoned && !may_lose_work) {
+        event->ignore();
+        ask_about_work();
+        return;
+    }
+    save_geometry(geometry_name, saveGeometry());
+    others.clear();
+    event->accept();
+    finish(was_shown && !abandoned && current->succeeds());
+}
+
+void ViewerWindow::ask_about_work()
+{
+    auto* box = new QMessageBox(QMessageBox::Question, windowTitle(),
+                                tr("The result of the merge is not saved."),
+                                QMessageBox::Discard | QMessageBox::Cancel, this);
+    box->setInformativeText(current->can_save()
+                                ? tr("Save it before closing?")
+                                : tr("It cannot be saved yet: conflicts are unresolved."));
+    if (current->can_save())
+        box->addButton(QMessageBox::Save);
+    box->setDefaultButton(current->can_save() ? QMessageBox::Save : QMessageBox::Cancel);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    QObject::connect(box, &QMessageBox::finished, this, [this](int button) {
+        if (button == QMessageBox::Save)
+            current->save();
+        if (button != QMessageBox::Discard)
+            return;
+        may_lose_work = true;
+        close();
+    });
+    box->open();
+}
+
+void ViewerWindow::finish(bool success)
+{
+    if (finished)
+        return;
+    finished = true;
+    if (on_finished)
+        on_finished(success);
+}
