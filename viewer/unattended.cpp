@@ -2,9 +2,18 @@
 
 #include "viewer/core/merge.h"
 #include "viewer/core/output_file.h"
+#include "viewer/exchange.h"
+#include "viewer/launcher_process.h"
+#include "viewer/service_line.h"
 
+#include <array>
+#include <exception>
+#include <functional>
 #include <memory>
+#include <optional>
+#include <poll.h>
 #include <stdexcept>
+#include <unistd.h>
 #include <variant>
 
 namespace
@@ -24,6 +33,56 @@ std::shared_ptr<const Text> read_contributor(const std::string& path, int encodi
     if (const auto* problem = std::get_if<TextProblem>(&result))
         throw std::runtime_error(told(path, *problem));
     return std::make_shared<const Text>(std::get<Text>(std::move(result)));
+}
+
+/** Waits for the next line; nothing at the end of the input. */
+std::optional<std::string> wait_for_line(ServiceOrders& orders)
+{
+    auto line = orders.next_line();
+    while (!line && orders.read())
+        line = orders.next_line();
+    return line;
+}
+
+/** Waits for the whole request, or the order to leave it. */
+void receive(Exchange& exchange, ServiceOrders& orders)
+{
+    std::array<pollfd, 2> entries{
+        {{exchange.request_descriptor(), POLLIN, 0}, {STDIN_FILENO, POLLIN, 0}}};
+    for (;;) {
+        ::poll(entries.data(), entries.size(), -1);
+        if (entries[0].revents != 0 && exchange.read())
+            return;
+        if (entries[1].revents == 0)
+            continue;
+        if (!orders.read())
+            entries[1].fd = -1; // the launcher waits for its answer, service or not
+        if (orders.next_line() == launcher_is_gone)
+            throw std::runtime_error("the launcher ended before its request was complete");
+    }
+}
+
+bool succeeds(const std::function<void()>& work)
+{
+    try {
+        work();
+        return true;
+    } catch (const std::exception& error) {
+        tell_reason(error.what());
+        return false;
+    }
+}
+
+void serve(ServiceOrders& orders, const std::string& request_path, const std::string& response_path)
+{
+    Exchange exchange(request_path, response_path);
+    const LauncherProcess launcher(request_path);
+    const bool success = succeeds([&] {
+        receive(exchange, orders);
+        merge_unattended(launcher.decode(exchange.document()), launcher.file_mode_mask());
+    });
+    tell_answering();
+    exchange.answer(success);
 }
 
 } // namespace
@@ -51,4 +110,15 @@ void merge_unattended(const Request& request, mode_t file_mode_mask)
     if (const auto problem =
             write_output(request.output, *automatic_merge(texts, *plan), file_mode_mask))
         throw std::runtime_error(request.output + ": " + *problem);
+}
+
+int serve_unattended()
+{
+    ServiceOrders orders;
+    tell_ready();
+    const auto request_path = wait_for_line(orders);
+    const auto response_path = wait_for_line(orders);
+    if (!response_path)
+        return 0; // the service ended and needs no spare
+    return succeeds([&] { serve(orders, *request_path, *response_path); }) ? 0 : 1;
 }

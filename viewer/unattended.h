@@ -19,3 +19,6 @@ Texts read_contributors(const Request& request);
     `file_mode_mask`. Throws std::runtime_error with the reason where that cannot be: there is a
     conflict, there is nothing to merge, a file cannot be read or written. */
 void merge_unattended(const Request& request, mode_t file_mode_mask);
+
+/** Waits for a request, carries it out and answers it; the exit status. */
+int serve_unattended();
