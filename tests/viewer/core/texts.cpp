@@ -87,6 +87,17 @@ Triple TripleMaker::make()
     return {joined_lines(ancestor), joined_lines(first), joined_lines(second)};
 }
 
+std::string TripleMaker::next_version(const std::string& content)
+{
+    const auto text = text_of(content);
+    Lines lines;
+    for (std::size_t index = 0; index < text->line_count(); ++index)
+        lines.emplace_back(text->line(index));
+    std::vector<std::size_t> places(1 + below(4));
+    std::ranges::generate(places, [&] { return below(lines.size() + 1); });
+    return joined_lines(edited(lines, places));
+}
+
 namespace
 {
 

@@ -34,6 +34,9 @@ class TripleMaker
 
     Triple make();
 
+    /** The text with a few edits. */
+    std::string next_version(const std::string& content);
+
   private:
     using Lines = std::vector<std::string>;
 
