@@ -1,6 +1,7 @@
 #include "viewer/core/hunks.h"
 
 #include <algorithm>
+#include <bit>
 #include <git2.h>
 #include <string>
 
@@ -18,18 +19,23 @@ class Libgit2
     Libgit2& operator=(Libgit2&&) = delete;
 };
 
-constexpr int digits = 5; // of seven bits each: enough for any number
+/** How many digits, of seven bits each, all the numbers take. */
+std::size_t digits_for(std::span<const std::uint32_t> numbers)
+{
+    const std::uint32_t most = numbers.empty() ? 0 : std::ranges::max(numbers);
+    return std::max((static_cast<std::size_t>(std::bit_width(most)) + 6) / 7, std::size_t{1});
+}
 
 /** A line of text for each number. libgit2 reads text only, and goes through short lines faster
     than through those of the files. */
-std::string as_text(std::span<const std::uint32_t> numbers)
+std::string as_text(std::span<const std::uint32_t> numbers, std::size_t digits)
 {
-    std::string text;
-    text.reserve(numbers.size() * (digits + 1));
+    std::string text(numbers.size() * (digits + 1), '\n');
+    char* next = text.data();
     for (std::uint32_t number : numbers) {
-        for (int digit = 0; digit < digits; ++digit, number >>= 7U)
-            text += static_cast<char>(0x80U | (number & 0x7fU));
-        text += '\n';
+        for (std::size_t digit = 0; digit < digits; ++digit, number >>= 7U)
+            *next++ = static_cast<char>(0x80U | (number & 0x7fU));
+        ++next;
     }
     return text;
 }
@@ -65,8 +71,9 @@ std::vector<Hunk> find_hunks(std::span<const std::uint32_t> first,
     ::git_diff_options_init(&options, GIT_DIFF_OPTIONS_VERSION);
     options.flags = GIT_DIFF_FORCE_TEXT;
     options.context_lines = 0;
-    const std::string first_text = as_text(first);
-    const std::string second_text = as_text(second);
+    const std::size_t digits = std::max(digits_for(first), digits_for(second));
+    const std::string first_text = as_text(first, digits);
+    const std::string second_text = as_text(second, digits);
     std::vector<Hunk> hunks;
     const int failure = ::git_diff_buffers(first_text.data(), first_text.size(), nullptr,
                                            second_text.data(), second_text.size(), nullptr,

@@ -1,6 +1,7 @@
 #include "viewer/window/folder_model.h"
 
 #include <QLocale>
+#include <algorithm>
 #include <cstring>
 
 namespace
@@ -157,6 +158,13 @@ QVariant FolderModel::entry_data(const FolderEntry& entry, int role) const
     }
 }
 
+/** Whether an entry is a directory that is everywhere, with other things in it. */
+bool FolderModel::holds_differences(std::size_t row, const FolderEntry& entry) const
+{
+    return entry.kind == EntryKind::directory && entry.state == EntryState::same &&
+           summaries[row] != EntryState::same;
+}
+
 QVariant FolderModel::data(const QModelIndex& index, int role) const
 {
     if (!index.isValid())
@@ -164,7 +172,10 @@ QVariant FolderModel::data(const QModelIndex& index, int role) const
     const std::size_t row = shown[static_cast<std::size_t>(index.row())];
     if (index.column() == 0)
         return path_data(row, role);
-    return entry_data(all.rows[row].entries[static_cast<std::size_t>(index.column() - 1)], role);
+    const FolderEntry& entry = all.rows[row].entries[static_cast<std::size_t>(index.column() - 1)];
+    if (role == Qt::DisplayRole && holds_differences(row, entry))
+        return {};
+    return entry_data(entry, role);
 }
 
 QVariant FolderModel::headerData(int section, Qt::Orientation orientation, int role) const

@@ -57,6 +57,7 @@ class FolderModel : public QAbstractTableModel
     bool is_shown(EntryState state) const;
     QVariant path_data(std::size_t row, int role) const;
     QVariant entry_data(const FolderEntry& entry, int role) const;
+    bool holds_differences(std::size_t row, const FolderEntry& entry) const;
 
     ViewerPalette colours;
     FolderComparison all{};

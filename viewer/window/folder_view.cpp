@@ -35,7 +35,7 @@ FolderView::FolderView(SharedStyle shared, QWidget* parent)
       comparing([this](bool) {
           taking.stop();
           take_arrived();
-          entries.apply_filter();
+          change_rows([this] { entries.apply_filter(); });
           on_busy(false);
           tell_counts();
       })
@@ -85,9 +85,9 @@ void FolderView::take_listing(FolderComparison listed)
         compare_contents(listed, tell, stop);
         return std::optional(true);
     });
-    entries.show_folders(std::move(listed), names);
-    table.header()->setSectionResizeMode(0, QHeaderView::Stretch);
-    table.setCurrentIndex(entries.index(0, 0));
+    change_rows([&] { entries.show_folders(std::move(listed), names); });
+    table.header()->setStretchLastSection(false);
+    table.header()->setSectionResizeMode(QHeaderView::Stretch);
     taking.start(taking_interval);
     tell_counts();
 }
@@ -103,6 +103,18 @@ void FolderView::take_arrived()
         return;
     entries.take(changes);
     tell_counts();
+}
+
+/** The row at hand stays so where it is still shown. */
+void FolderView::change_rows(const std::function<void()>& change)
+{
+    const QModelIndex before = table.currentIndex();
+    const std::string path = before.isValid() ? entries.row_at(before.row()).path : std::string();
+    change();
+    int row = entries.rowCount() - 1;
+    while (row > 0 && entries.row_at(row).path != path)
+        --row;
+    table.setCurrentIndex(entries.index(row, 0));
 }
 
 void FolderView::tell_counts()
@@ -176,7 +188,7 @@ void FolderView::add_filter(QMenu& menu, const QString& text, bool FolderFilter:
     add_switch(menu, text, {}, true, [this, field](bool on) {
         FolderFilter filter = entries.filter();
         filter.*field = on;
-        entries.set_filter(filter);
+        change_rows([&] { entries.set_filter(filter); });
     });
 }
 

@@ -56,6 +56,7 @@ class FolderView : public ViewerPage
 
     void take_listing(FolderComparison listed);
     void take_arrived();
+    void change_rows(const std::function<void()>& change);
     void tell_counts();
     void add_filter(QMenu& menu, const QString& text, bool FolderFilter::*field);
 

@@ -2,6 +2,7 @@
 
 #include "viewer/core/characters.h"
 
+#include <QGlyphRun>
 #include <algorithm>
 #include <cmath>
 
@@ -115,6 +116,20 @@ std::size_t byte_in_run(const LineRun& run, std::string_view line, qreal x,
         left += advance;
     }
     return run.bytes.end;
+}
+
+/** Character by character: neighbours in a line may be apart on the screen. */
+void add_shaped_extents(std::vector<std::pair<qreal, qreal>>& extents, const LineRun& run,
+                        std::string_view line, Span part)
+{
+    const auto text = line.substr(run.bytes.begin, run.bytes.end - run.bytes.begin);
+    const int end = index_of_byte(text, part.end - run.bytes.begin);
+    for (int index = index_of_byte(text, part.begin - run.bytes.begin); index < end; ++index) {
+        for (const QGlyphRun& glyphs : run.shape->glyphRuns(index, 1)) {
+            const QRectF area = glyphs.boundingRect();
+            extents.emplace_back(run.x + area.left(), run.x + area.right());
+        }
+    }
 }
 
 void draw_label(QPainter& painter, const LineRun& run, QPointF origin, const GlyphMetrics& metrics,
@@ -300,16 +315,11 @@ std::vector<std::pair<qreal, qreal>> LineShape::extents(Span bytes, qreal from, 
         const Span part{std::max(run.bytes.begin, bytes.begin), std::min(run.bytes.end, bytes.end)};
         if (part.begin >= part.end)
             continue;
-        std::size_t at = part.begin;
-        while (at < part.end) { // character by character: neighbours in a line may be apart on it
-            const qreal one = x_in_run(run, text, at, *metrics);
-            if (run.shape)
-                take_character(text, at);
-            else
-                at = part.end;
-            const qreal other = x_in_run(run, text, at, *metrics);
-            found.emplace_back(std::min(one, other), std::max(one, other));
-        }
+        if (run.shape)
+            add_shaped_extents(found, run, text, part);
+        else
+            found.emplace_back(x_in_run(run, text, part.begin, *metrics),
+                               x_in_run(run, text, part.end, *metrics));
     }
     return found;
 }

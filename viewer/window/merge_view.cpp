@@ -95,6 +95,7 @@ void MergeView::plan_again()
     pane.show_result(nullptr);
     result.reset();
     current.reset();
+    pane.setVisible(all_shown(contributors));
     if (!all_shown(contributors)) {
         on_status(tr("Not merged"));
         if (std::ranges::any_of(contributors, &Contributor::is_directory))
@@ -123,8 +124,7 @@ void MergeView::take_plan(MergePlan plan)
     pane.show_result(result.get());
     side.show_comparison(std::move(blocks));
     on_busy(false);
-    if (const auto conflict = result->next_unresolved(0);
-        !result->is_resolved() && result->row(0).origin != RowOrigin::unresolved && conflict)
+    if (const auto conflict = first_unresolved())
         go_to_region(*conflict);
     result_changed();
 }
@@ -212,15 +212,19 @@ void MergeView::go_to_previous()
         go_to_region(*region);
 }
 
+std::optional<std::size_t> MergeView::first_unresolved() const
+{
+    if (result->row_count() > 0 && result->row(0).origin == RowOrigin::unresolved)
+        return result->region_at(0);
+    return result->next_unresolved(0);
+}
+
 void MergeView::go_to_next_unresolved()
 {
     if (!result || result->is_resolved())
         return;
-    const std::size_t row = pane.editor().caret().line;
-    const bool here = !current && result->row(row).origin == RowOrigin::unresolved;
-    const auto next = here ? result->region_at(row) : result->next_unresolved(row);
-    if (next)
-        go_to_region(*next);
+    const auto next = result->next_unresolved(pane.editor().caret().line);
+    go_to_region(next ? *next : *first_unresolved()); // behind the last comes the first
 }
 
 void MergeView::go_to_previous_unresolved()

@@ -76,6 +76,7 @@ class MergeView : public TextPage
     void change_region(const std::function<void(std::size_t region)>& change);
     void set_ancestor(bool first_is_ancestor);
     std::optional<std::size_t> region_beside(bool forward) const;
+    std::optional<std::size_t> first_unresolved() const;
     void name_columns();
     void fill_difference_menu(QMenu& menu, QToolBar& tools);
     void fill_merge_menu(QMenu& menu, QToolBar& tools);

@@ -3,6 +3,7 @@
 #include "viewer/core/search.h"
 #include "viewer/window/text_moves.h"
 
+#include <QAccessible>
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QPaintEvent>
@@ -49,6 +50,7 @@ void TextColumn::set_source(const RowSource* source)
 void TextColumn::rows_changed()
 {
     shapes.clear();
+    ++changes;
     if (rows != nullptr) {
         caret_place = within(*rows, caret_place);
         anchor = within(*rows, anchor);
@@ -88,7 +90,20 @@ void TextColumn::select(TextPosition begin, TextPosition end)
     anchor = begin;
     caret_place = end;
     wanted_x = -1;
+    tell_caret();
     update();
+}
+
+/** Tells assistive technology where the caret is. */
+void TextColumn::tell_caret()
+{
+    if (!QAccessible::isActive())
+        return;
+    QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(this);
+    if (accessible == nullptr || accessible->textInterface() == nullptr)
+        return;
+    QAccessibleTextCursorEvent event(this, accessible->textInterface()->cursorPosition());
+    QAccessible::updateAccessibility(&event);
 }
 
 void TextColumn::select_all()

@@ -48,6 +48,12 @@ class TextColumn : public QWidget
     /** Moves the caret, and the selection's other end too, without a callback. */
     void select(TextPosition begin, TextPosition end);
     void select_all();
+
+    /** As the user does it: told, and shown. */
+    void place_caret(TextPosition place, bool keep_anchor) { move_caret(place, keep_anchor); }
+
+    /** Another number for every change of the rows. */
+    std::size_t version() const { return changes; }
     void copy() const;
 
     /** What to mark wherever it is seen; empty for nothing. */
@@ -89,10 +95,12 @@ class TextColumn : public QWidget
     TextPosition moved(int key, bool by_word) const;
     TextPosition moved_by_rows(std::ptrdiff_t count) const;
     void drag_to(QPoint point);
+    void tell_caret();
 
     SharedStyle style;
     const RowSource* rows = nullptr;
     std::size_t top = 0;
+    std::size_t changes = 0;
     qreal scrolled = 0;
     TextPosition caret_place{};
     TextPosition anchor{};

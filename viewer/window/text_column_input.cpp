@@ -26,6 +26,7 @@ void TextColumn::move_caret(TextPosition place, bool keep_anchor)
         anchor = caret_place;
     caret_shown = true;
     update();
+    tell_caret();
     if (on_caret_moved)
         on_caret_moved();
 }

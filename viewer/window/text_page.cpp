@@ -64,11 +64,13 @@ void TextPage::tell_place()
     if (text.source() == nullptr || text.source()->line_count() == 0)
         return;
     const TextPosition place = text.caret();
+    const std::size_t number = text.source()->row(text.source()->row_of({place.line, 0})).number;
     const std::string_view before = text.source()->line(place.line).substr(0, place.byte);
     const auto column = QString::fromUtf8(before.data(), static_cast<qsizetype>(before.size()));
-    on_place(
-        tr("Line %1, column %2")
-            .arg(QString::number(place.line + 1), QString::number(column.toUcs4().size() + 1)));
+    on_place(number == 0
+                 ? QString()
+                 : tr("Line %1, column %2")
+                       .arg(QString::number(number), QString::number(column.toUcs4().size() + 1)));
 }
 
 void TextPage::go_to_line(std::size_t number)

@@ -1,8 +1,10 @@
 #include "viewer/window/viewer_window.h"
 
+#include "viewer/window/accessible_column.h"
 #include "viewer/window/compare_view.h"
 #include "viewer/window/folder_view.h"
 #include "viewer/window/merge_view.h"
+#include "viewer/window/startup_notification.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -49,6 +51,7 @@ Contributors sample()
 ViewerWindow::ViewerWindow()
     : style(make_style(load_view_options())), compare(new CompareView(style, this))
 {
+    make_columns_accessible();
     setCentralWidget(compare);
     connect_page(*compare);
     stop.setText(tr("Cancel"));
@@ -183,6 +186,8 @@ void ViewerWindow::come_to_front(const WindowRequest& wanted)
 {
     if (!wanted.activation_token.empty())
         qputenv("XDG_ACTIVATION_TOKEN", QByteArray::fromStdString(wanted.activation_token));
+    startup_id = wanted.startup_id;
+    name_startup(*this, startup_id);
     show();
     raise();
     activateWindow();
@@ -200,6 +205,7 @@ void ViewerWindow::paintEvent(QPaintEvent* event)
 void ViewerWindow::painted_first()
 {
     was_shown = true;
+    end_startup(startup_id);
     current->after_shown();
     if (on_shown)
         on_shown();

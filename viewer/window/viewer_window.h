@@ -81,6 +81,7 @@ class ViewerWindow : public QMainWindow
     QLabel status;
     QLabel place;
     QPushButton stop;
+    std::string startup_id{};
     bool waits_for_picture = false;
     bool was_shown = false;
     bool abandoned = false;

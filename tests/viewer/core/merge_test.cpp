@@ -54,6 +54,18 @@ TEST(Merge, RegionsOfAConflictNameTheLinesOfAll)
     EXPECT_EQ(plan->regions[1].lines, (std::vector<LineRange>{{1, 2}, {1, 3}, {1, 1}}));
 }
 
+TEST(Merge, WhatBothSidesHaveInCommonIsNoConflict)
+{
+    const auto plan =
+        plan_merge(texts_of({"p\nq\n", "P\n1\n2\n3\n4\nQ\n", "R\n1\n2\n3\n4\nS\n"}), true);
+
+    ASSERT_EQ(plan->regions.size(), 3U);
+    EXPECT_EQ(plan->regions[0].lines, (std::vector<LineRange>{{0, 2}, {0, 1}, {0, 1}}));
+    EXPECT_EQ(plan->regions[1].kind, RegionKind::changed);
+    EXPECT_EQ(plan->regions[1].lines, (std::vector<LineRange>{{2, 2}, {1, 5}, {1, 5}}));
+    EXPECT_EQ(plan->regions[2].lines, (std::vector<LineRange>{{2, 2}, {5, 6}, {5, 6}}));
+}
+
 TEST(Merge, WithoutAnAncestorEveryDifferenceIsAConflict)
 {
     EXPECT_EQ(conflicts(texts_of({"a\nb\nc\n", "A\nb\nc\nd\n"})), 2U);

@@ -1,0 +1,143 @@
+#include "viewer/window/line_layout.h"
+
+#include "tests/viewer/window/window_test.h"
+#include "viewer/core/characters.h"
+
+#include <QImage>
+#include <numeric>
+
+namespace
+{
+
+struct NamedLine {
+    const char* name;
+    std::string text;
+};
+
+void PrintTo(const NamedLine& line, std::ostream* out)
+{
+    *out << line.name;
+}
+
+class Lines : public testing::TestWithParam<NamedLine>
+{};
+
+TEST_P(Lines, APlacesCharacterIsFoundAtThatPlace)
+{
+    const SharedStyle style = style_with();
+    const std::string& text = GetParam().text;
+    const LineShape shape(text, style->metrics);
+
+    for (std::size_t byte = 0; byte < text.size();) {
+        EXPECT_EQ(shape.byte_at(shape.x_of(byte) + 0.01), byte);
+        take_character(text, byte);
+    }
+    EXPECT_DOUBLE_EQ(shape.x_of(text.size()), shape.width());
+}
+
+TEST_P(Lines, RunsFollowOneAnotherAndCoverTheLine)
+{
+    const SharedStyle style = style_with();
+    const LineShape shape(GetParam().text, style->metrics);
+
+    std::size_t byte = 0;
+    for (const LineRun& run : shape.runs(0, shape.width())) {
+        EXPECT_EQ(run.bytes.begin, byte);
+        byte = run.bytes.end;
+    }
+    EXPECT_EQ(byte, GetParam().text.size());
+}
+
+INSTANTIATE_TEST_SUITE_P(All, Lines,
+                         testing::Values(NamedLine{"Empty", ""}, NamedLine{"Ascii", "int main()"},
+                                         NamedLine{"Tabs", "\ta\tbc\t"},
+                                         NamedLine{"Umlauts", "Gr\u00fc\u00dfe"},
+                                         NamedLine{"Labels", std::string("a\0b\x1b\u202e.", 8)},
+                                         NamedLine{"ManyChunks",
+                                                   [] {
+                                                       std::string text;
+                                                       for (int count = 0; count < 3000; ++count)
+                                                           text += "\u00e4b";
+                                                       return text;
+                                                   }()}),
+                         [](const auto& line) { return std::string(line.param.name); });
+
+TEST(LineShape, OfAVeryLongLineOnlyWhatIsSeenIsLaidOut)
+{
+    const SharedStyle style = style_with();
+    for (const std::string& unit : {std::string("word "), std::string("w\u00f6rd ")}) {
+        std::string text;
+        while (text.size() < 2000000)
+            text += unit;
+        const LineShape shape(text, style->metrics);
+        const double middle = shape.width() / 2;
+
+        const auto runs = shape.runs(middle, middle + 500);
+
+        const auto characters = std::accumulate(
+            runs.begin(), runs.end(), qsizetype{0},
+            [](qsizetype sum, const LineRun& run) { return sum + run.text.size(); });
+        EXPECT_LT(characters, 2000);
+        EXPECT_LE(runs.front().x, middle);
+        EXPECT_GE(runs.back().x + runs.back().width, middle + 500);
+    }
+}
+
+TEST(LineShape, AMarkStaysWithItsLetter)
+{
+    const SharedStyle style = style_with();
+    const std::string text = "e\u0301x";
+    const LineShape shape(text, style->metrics);
+
+    EXPECT_NEAR(shape.width(), 2 * style->metrics.cell(), 1);
+}
+
+TEST(LineShape, AStretchOfMixedDirectionsCoversEachOfItsCharacters)
+{
+    const SharedStyle style = style_with();
+    const std::string text = "ab \u05d0\u05d1\u05d2 cd";
+    const LineShape shape(text, style->metrics);
+
+    const auto extents = shape.extents({0, text.size()}, 0, shape.width());
+
+    double covered = 0;
+    for (const auto& [left, right] : extents)
+        covered += right - left;
+    EXPECT_NEAR(covered, shape.width(), 1);
+}
+
+std::vector<std::string> broken(const std::string& line, int cells)
+{
+    const SharedStyle style = style_with();
+    const auto begins = wrap_line(line, cells * style->metrics.cell(), style->metrics);
+    std::vector<std::string> parts;
+    for (std::size_t index = 0; index < begins.size(); ++index) {
+        const std::size_t end = index + 1 < begins.size() ? begins[index + 1] : line.size();
+        parts.push_back(line.substr(begins[index], end - begins[index]));
+    }
+    return parts;
+}
+
+TEST(WrapLine, BreaksAtWordsWherePossible)
+{
+    EXPECT_EQ(broken("some words here", 10), (std::vector<std::string>{"some words ", "here"}));
+    EXPECT_EQ(broken("abcdefghijklm", 5), (std::vector<std::string>{"abcde", "fghij", "klm"}));
+    EXPECT_EQ(broken("short", 10), (std::vector<std::string>{"short"}));
+    EXPECT_EQ(broken("", 10), (std::vector<std::string>{""}));
+}
+
+TEST(WrapLine, LosesNoCharacterAndSplitsNone)
+{
+    std::string line;
+    for (int count = 0; count < 500; ++count)
+        line += count % 7 == 0 ? " " : count % 3 == 0 ? "\u65e5" : "\u00e4";
+
+    std::string whole;
+    for (const std::string& part : broken(line, 13)) {
+        EXPECT_TRUE(begins_character(part.front()));
+        whole += part;
+    }
+    EXPECT_EQ(whole, line);
+}
+
+} // namespace
