@@ -1,0 +1,228 @@
+// Requests shown in real windows: launcher, service and viewer on an X server of the test's own,
+// driven by keys.
+#include "tests/service/service_process.h"
+
+#include <array>
+#include <csignal>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <gmock/gmock.h>
+#include <memory>
+#include <xcb/xcb.h>
+
+namespace
+{
+
+namespace fs = std::filesystem;
+using testing::HasSubstr;
+
+class WindowProcess : public ServiceProcess
+{
+  protected:
+    WindowProcess() : ServiceProcess(PRODUCT_TREE), x_server(x_server_run())
+    {
+        scratch.write_file("base", "1\n2\n3\n4\n5\n6\n7\n8\n9\n");
+        scratch.write_file("left", "1\ntwo\n3\n4\n5\n6\n7\n8\n9\n");
+        scratch.write_file("right", "1\n2\n3\n4\n5\n6\n7\neight\n9\n");
+        scratch.write_file("other", "1\n2 too\n3\n4\n5\n6\n7\n8\n9\n");
+        start_service();
+        x_server.start();
+        until([this] { return file_or_nothing("display").ends_with('\n'); });
+        display = ":" + file_or_nothing("display");
+        display.pop_back();
+    }
+
+    /** Starts a launcher whose window is open when this returns. */
+    Program& open_window(std::vector<std::string> words)
+    {
+        Invocation run = launcher(std::move(words), display);
+        run.environment["HOME"] = scratch.path();           // nobody's settings
+        run.environment["LSAN_OPTIONS"] = "detect_leaks=0"; // the toolkit keeps some until the end
+        window.emplace(run).start();
+        EXPECT_TRUE(until([this] { return windows_open() == 1; })) << service_log();
+        return *window;
+    }
+
+    int windows_open() const
+    {
+        const std::string text = status();
+        const std::string label = "windows open: ";
+        const std::size_t place = text.find(label);
+        return place == std::string::npos ? 0 : std::stoi(text.substr(place + label.size()));
+    }
+
+    void press(const std::string& keys) const
+    {
+        // Its status tells nothing: a window that is gone when the key is let go is an error to it.
+        xdotool({"search", "--sync", "--onlyvisible", "--class", "quarnview", "windowfocus",
+                 "--sync", "key", keys});
+    }
+
+    /** What a window manager sends when the user closes the window there. */
+    void close_as_window_manager() const
+    {
+        const Outcome found =
+            xdotool({"search", "--sync", "--onlyvisible", "--class", "quarnview"});
+        xcb_connection_t* connection = ::xcb_connect(display.c_str(), nullptr);
+        xcb_client_message_event_t message{};
+        message.response_type = XCB_CLIENT_MESSAGE;
+        message.format = 32;
+        message.window = static_cast<xcb_window_t>(std::stoul(found.out));
+        message.type = atom(connection, "WM_PROTOCOLS");
+        message.data.data32[0] = atom(connection, "WM_DELETE_WINDOW");
+        std::array<char, 32> bytes{};
+        std::memcpy(bytes.data(), &message, sizeof message);
+        ::xcb_send_event(connection, 0, message.window, XCB_EVENT_MASK_NO_EVENT, bytes.data());
+        atom(connection, "WM_PROTOCOLS"); // its reply comes when the server has taken the message
+        ::xcb_disconnect(connection);
+    }
+
+    Outcome xdotool(std::vector<std::string> words) const
+    {
+        Invocation run = invocation(scratch, "/usr/bin/xdotool", std::move(words));
+        run.environment["DISPLAY"] = display;
+        return Program(run).run();
+    }
+
+    /** The viewer that shows the window, not the spare. */
+    pid_t viewer_of_window() const
+    {
+        const Outcome outcome =
+            xdotool({"search", "--sync", "--onlyvisible", "--class", "quarnview", "getwindowpid"});
+        return outcome.exit_status == 0 ? std::stoi(outcome.out) : 0;
+    }
+
+    std::string file_or_nothing(const std::string& name) const
+    {
+        return fs::exists(scratch / name) ? file_contents(scratch / name) : "";
+    }
+
+    Program x_server;
+    std::string display;
+    std::optional<Program> window;
+
+  private:
+    static xcb_atom_t atom(xcb_connection_t* connection, std::string_view name)
+    {
+        const auto cookie =
+            ::xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(name.size()), name.data());
+        const std::unique_ptr<xcb_intern_atom_reply_t, decltype(&std::free)> reply(
+            ::xcb_intern_atom_reply(connection, cookie, nullptr), &std::free);
+        return reply->atom;
+    }
+
+    /** It writes its display's number to the file "display" once it serves. */
+    Invocation x_server_run() const
+    {
+        return invocation(scratch, "/bin/sh",
+                          {"-c",
+                           "exec Xvfb -displayfd 3 -screen 0 1280x900x24 -nolisten tcp "
+                           "3>\"$0\" 2>/dev/null",
+                           scratch / "display"});
+    }
+};
+
+TEST_F(WindowProcess, AComparisonEndsWithZeroWhenItsWindowIsClosedByAKey)
+{
+    Program& compare = open_window({"a", "b"});
+
+    press("ctrl+w");
+
+    EXPECT_EQ(compare.wait(), success);
+    EXPECT_EQ(service_log(), "");
+}
+
+TEST_F(WindowProcess, AComparisonEndsWithZeroWhenTheWindowManagerClosesIt)
+{
+    Program& compare = open_window({"a", "b"});
+
+    close_as_window_manager();
+
+    EXPECT_EQ(compare.wait(), success);
+}
+
+TEST_F(WindowProcess, AContributorThatIsNoTextIsShownAndAnsweredWithFailure)
+{
+    Program& compare = open_window({"a", "bad"});
+
+    press("ctrl+w");
+
+    EXPECT_EQ(compare.wait(), silent_failure);
+}
+
+TEST_F(WindowProcess, ASavedMergeIsWrittenAndEndsWithZero)
+{
+    Program& merge = open_window({"-out", "merged", "-base", "base", "left", "right"});
+
+    press("ctrl+s");
+
+    EXPECT_EQ(merge.wait(), success);
+    EXPECT_EQ(file_contents(scratch / "merged"), "1\ntwo\n3\n4\n5\n6\n7\neight\n9\n");
+}
+
+TEST_F(WindowProcess, AMergeThatIsClosedUnsavedEndsWithFailureAndWritesNothing)
+{
+    Program& merge = open_window({"-out", "merged", "-base", "base", "left", "other"});
+
+    press("ctrl+w");
+
+    EXPECT_EQ(merge.wait(), silent_failure);
+    EXPECT_FALSE(fs::exists(scratch / "merged"));
+}
+
+TEST_F(WindowProcess, AConflictIsResolvedByAKeyAndSaved)
+{
+    Program& merge = open_window({"-out", "merged", "-base", "base", "left", "other"});
+
+    press("ctrl+3");
+    press("ctrl+s");
+
+    EXPECT_EQ(merge.wait(), success);
+    EXPECT_EQ(file_contents(scratch / "merged"), file_contents(scratch / "other"));
+}
+
+TEST_F(WindowProcess, AKilledLauncherClosesItsWindow)
+{
+    Program& compare = open_window({"a", "b"});
+    const pid_t viewer = viewer_of_window();
+    ASSERT_GT(viewer, 0);
+
+    compare.send_signal(SIGKILL);
+
+    EXPECT_TRUE(until([viewer] { return ::kill(viewer, 0) != 0; }));
+    EXPECT_TRUE(until([this] {
+        return service_log().find("the launcher ended before it was answered") != std::string::npos;
+    }));
+}
+
+TEST_F(WindowProcess, AKilledViewerIsFailureAndTheNextRequestIsServed)
+{
+    Program& compare = open_window({"a", "b"});
+
+    ::kill(viewer_of_window(), SIGKILL);
+
+    EXPECT_EQ(compare.wait(), silent_failure);
+    Program& next = open_window({"a", "b"});
+    press("ctrl+w");
+    EXPECT_EQ(next.wait(), success);
+}
+
+TEST_F(WindowProcess, AnXServerThatEndsIsFailureAndTheServiceLivesOn)
+{
+    Program& compare = open_window({"a", "b"});
+
+    x_server.send_signal(SIGKILL);
+
+    EXPECT_EQ(compare.wait(), silent_failure);
+    EXPECT_TRUE(running_service.is_running());
+}
+
+TEST_F(WindowProcess, ADisplayThatCannotBeOpenedIsFailureAtOnce)
+{
+    EXPECT_EQ(launch({"a", "b"}, ":54321"), silent_failure);
+
+    EXPECT_THAT(service_log(), HasSubstr(" :54321: viewers do not start; left alone for a minute"));
+}
+
+} // namespace
