@@ -115,6 +115,13 @@ bool is_blank(std::string_view line)
         line, [](char byte) { return is_white(byte) || byte == '\r' || byte == '\n'; });
 }
 
+bool same_lines(std::span<const LineNumbers> numbers, std::span<const LineRange> lines,
+                std::size_t one, std::size_t other)
+{
+    return std::ranges::equal(part_of(numbers[one], lines[one]),
+                              part_of(numbers[other], lines[other]));
+}
+
 std::vector<LineNumbers> number_lines(const Texts& texts, const CompareOptions& options,
                                       const std::stop_token& stop)
 {
