@@ -82,6 +82,17 @@ AlignedGroup take_group(std::span<Side> sides, std::size_t begin)
 
 } // namespace
 
+std::vector<std::vector<Hunk>> hunks_against_first(std::span<const LineNumbers> numbers,
+                                                   const std::stop_token& stop)
+{
+    std::vector<std::vector<Hunk>> hunks;
+    hunks.reserve(numbers.size() - 1);
+    for (const LineNumbers& other : numbers.subspan(1))
+        if (!stop.stop_requested())
+            hunks.push_back(find_hunks(numbers.front(), other));
+    return hunks;
+}
+
 std::vector<AlignedGroup> align(std::span<const std::vector<Hunk>> hunks)
 {
     std::vector<Side> sides;

@@ -6,11 +6,18 @@
 #pragma once
 
 #include "viewer/core/hunks.h"
+#include "viewer/core/line_matching.h"
 #include "viewer/core/text.h"
 
 #include <cstddef>
 #include <span>
+#include <stop_token>
 #include <vector>
+
+/** The hunks of each contributor but the first against the first. What is returned after a stop is
+    of no use. */
+std::vector<std::vector<Hunk>> hunks_against_first(std::span<const LineNumbers> numbers,
+                                                   const std::stop_token& stop);
 
 /** For each contributor a range of lines, and its hunks in it: none for the first, and none where
     its lines are those of the first. The hunks are those that align was given. */
@@ -19,7 +26,7 @@ struct AlignedGroup {
     std::vector<std::span<const Hunk>> hunks;
 };
 
-/** In order. `hunks[i]` are those of contributor i + 1 against contributor 0. */
+/** In order. `hunks` are those of hunks_against_first. */
 std::vector<AlignedGroup> align(std::span<const std::vector<Hunk>> hunks);
 
 /** The lines of each contributor between two groups; `before` or `after` is null at the beginning

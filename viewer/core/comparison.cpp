@@ -8,15 +8,6 @@
 namespace
 {
 
-bool same_lines(std::span<const LineNumbers> numbers, std::span<const LineRange> lines,
-                std::size_t index)
-{
-    const auto part = [&](std::size_t of) {
-        return std::span(numbers[of]).subspan(lines[of].begin, lines[of].size());
-    };
-    return std::ranges::equal(part(0), part(index));
-}
-
 /** Of lines that are not those beside them. */
 Change change_of(LineRange lines, bool has_lines_beside)
 {
@@ -29,7 +20,7 @@ void set_changes(Block& block, std::span<const LineNumbers> numbers)
 {
     bool has_lines_beside_first = false;
     for (std::size_t index = 1; index < block.lines.size(); ++index) {
-        if (same_lines(numbers, block.lines, index))
+        if (same_lines(numbers, block.lines, 0, index))
             continue;
         block.changes[index] = change_of(block.lines[index], !block.lines[0].empty());
         has_lines_beside_first = has_lines_beside_first || !block.lines[index].empty();
@@ -187,9 +178,7 @@ std::optional<Comparison> compare(const Texts& contributors, const CompareOption
                                   const std::stop_token& stop)
 {
     const std::vector<LineNumbers> numbers = number_lines(contributors, options, stop);
-    std::vector<std::vector<Hunk>> hunks;
-    for (std::size_t index = 1; index < numbers.size() && !stop.stop_requested(); ++index)
-        hunks.push_back(find_hunks(numbers[0], numbers[index]));
+    const std::vector<std::vector<Hunk>> hunks = hunks_against_first(numbers, stop);
     if (stop.stop_requested())
         return std::nullopt;
     return Comparison(Layout(contributors, options).blocks(numbers, align(hunks)));

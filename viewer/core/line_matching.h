@@ -7,6 +7,7 @@
 #include "viewer/core/text.h"
 
 #include <cstdint>
+#include <span>
 #include <stop_token>
 #include <string>
 #include <string_view>
@@ -32,10 +33,15 @@ using LineNumbers = std::vector<std::uint32_t>;
 std::vector<LineNumbers> number_lines(const Texts& texts, const CompareOptions& options,
                                       const std::stop_token& stop = {});
 
+/** The numbers of a range of lines. */
+inline std::span<const std::uint32_t> part_of(const LineNumbers& numbers, LineRange lines)
+{
+    return std::span(numbers).subspan(lines.begin, lines.size());
+}
+
+/** Whether two texts have equal lines in their ranges. `lines` has a range for each text. */
+bool same_lines(std::span<const LineNumbers> numbers, std::span<const LineRange> lines,
+                std::size_t one, std::size_t other);
+
 /** Whether a line holds nothing but white space. */
 bool is_blank(std::string_view line);
-
-/** In lower case, where there is one. By the C library's table for all of Unicode, whatever the
-    process's locale. */
-char32_t lower_case(char32_t character);
-std::string lower_case(std::string_view text);

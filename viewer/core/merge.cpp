@@ -10,16 +10,6 @@
 namespace
 {
 
-bool same_lines(std::span<const LineNumbers> numbers, const AlignedGroup& group, std::size_t one,
-                std::size_t other)
-{
-    const auto part = [&](std::size_t index) {
-        return std::span(numbers[index])
-            .subspan(group.lines[index].begin, group.lines[index].size());
-    };
-    return std::ranges::equal(part(one), part(other));
-}
-
 /** Whether both of two sides changed the same lines of the ancestor, in one piece. */
 bool is_same_change(const AlignedGroup& group)
 {
@@ -35,7 +25,7 @@ std::optional<std::size_t> only_change(std::span<const LineNumbers> numbers,
     for (std::size_t index = 1; index < numbers.size(); ++index) {
         if (group.hunks[index].empty())
             continue;
-        if (source != 0 && !same_lines(numbers, group, source, index))
+        if (source != 0 && !same_lines(numbers, group.lines, source, index))
             return std::nullopt;
         source = source != 0 ? source : index;
     }
@@ -122,9 +112,7 @@ std::optional<MergePlan> plan_merge(const Texts& contributors, bool first_is_anc
                                     const std::stop_token& stop)
 {
     const std::vector<LineNumbers> numbers = number_lines(contributors, {}, stop);
-    std::vector<std::vector<Hunk>> hunks;
-    for (std::size_t index = 1; index < numbers.size() && !stop.stop_requested(); ++index)
-        hunks.push_back(find_hunks(numbers[0], numbers[index]));
+    const std::vector<std::vector<Hunk>> hunks = hunks_against_first(numbers, stop);
     if (stop.stop_requested())
         return std::nullopt;
     const bool with_ancestor = first_is_ancestor && contributors.size() > 2;

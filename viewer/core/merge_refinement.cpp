@@ -1,15 +1,9 @@
 #include "viewer/core/merge_refinement.h"
 
 #include <algorithm>
-#include <cctype>
 
 namespace
 {
-
-std::span<const std::uint32_t> part(const LineNumbers& numbers, LineRange lines)
-{
-    return std::span(numbers).subspan(lines.begin, lines.size());
-}
 
 /** The line of the ancestor that a line of a side stands beside; one within a hunk stands behind
     it, so that places in order stay in order. */
@@ -103,7 +97,7 @@ std::vector<DraftRegion> refined_conflict(const AlignedGroup& conflict,
     const LineRange& second = conflict.lines[2];
     if (first.empty() || second.empty())
         return {{{RegionKind::conflict, 0, conflict.lines}, false}};
-    const auto hunks = find_hunks(part(numbers[1], first), part(numbers[2], second));
+    const auto hunks = find_hunks(part_of(numbers[1], first), part_of(numbers[2], second));
     if (hunks.empty())
         return {{{RegionKind::changed, 1, conflict.lines}, false}};
     Splitter splitter(conflict);
