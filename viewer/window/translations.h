@@ -5,7 +5,7 @@
 
 #include <string>
 
-/** Loads from `<product>/share/locale/<language>/LC_MESSAGES/quarnview.qm`, and what the toolkit has
-    for its own buttons. Without a translation the words stay English. To be called once, after the
-    application is made. */
+/** Loads from `<product>/share/locale/<language>/LC_MESSAGES/quarnview.qm`, and what the toolkit
+   has for its own buttons. Without a translation the words stay English. To be called once, after
+   the application is made. */
 void install_translations(const std::string& product_directory);
