@@ -2,6 +2,7 @@
 
 #include "viewer/core/characters.h"
 #include "viewer/core/hunks.h"
+#include "viewer/core/letter_case.h"
 
 #include <algorithm>
 #include <map>

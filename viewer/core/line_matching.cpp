@@ -1,11 +1,9 @@
 #include "viewer/core/line_matching.h"
 
-#include "viewer/core/characters.h"
+#include "viewer/core/letter_case.h"
 
 #include <algorithm>
 #include <bit>
-#include <clocale>
-#include <cwctype>
 #include <deque>
 #include <functional>
 #include <utility>
@@ -57,22 +55,6 @@ bool is_white(char byte)
     return byte == ' ' || byte == '\t' || byte == '\v' || byte == '\f';
 }
 
-char32_t lower_ascii(char32_t character)
-{
-    return character >= 'A' && character <= 'Z' ? character + ('a' - 'A') : character;
-}
-
-void append_lower(std::string& text, std::string_view line, std::size_t& at)
-{
-    const char byte = line[at];
-    if (static_cast<unsigned char>(byte) < 0x80) {
-        text += static_cast<char>(lower_ascii(static_cast<unsigned char>(byte)));
-        ++at;
-    } else {
-        append_character(text, lower_case(take_character(line, at)));
-    }
-}
-
 /** Runs of white space become one space, or nothing; at the end of the line always nothing. */
 void append_reduced(std::string& text, std::string_view line, const CompareOptions& options)
 {
@@ -86,7 +68,7 @@ void append_reduced(std::string& text, std::string_view line, const CompareOptio
         if (std::exchange(pending_space, false))
             text += ' ';
         if (options.ignore_case)
-            append_lower(text, line, at);
+            append_lower_case(text, line, at);
         else
             text += line[at++];
     }
@@ -126,22 +108,6 @@ class Numbering
 };
 
 } // namespace
-
-char32_t lower_case(char32_t character)
-{
-    static const locale_t all_characters = ::newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
-    if (character < 0x80 || all_characters == nullptr)
-        return lower_ascii(character);
-    return static_cast<char32_t>(::towlower_l(static_cast<std::wint_t>(character), all_characters));
-}
-
-std::string lower_case(std::string_view text)
-{
-    std::string lower;
-    for (std::size_t at = 0; at < text.size();)
-        append_lower(lower, text, at);
-    return lower;
-}
 
 bool is_blank(std::string_view line)
 {

@@ -34,8 +34,3 @@ std::vector<LineNumbers> number_lines(const Texts& texts, const CompareOptions& 
 
 /** Whether a line holds nothing but white space. */
 bool is_blank(std::string_view line);
-
-/** In lower case, where there is one. By the C library's table for all of Unicode, whatever the
-    process's locale. */
-char32_t lower_case(char32_t character);
-std::string lower_case(std::string_view text);

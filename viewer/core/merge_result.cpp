@@ -14,6 +14,7 @@ MergeResult::MergeResult(Texts contributors, MergePlan plan)
     for (std::size_t region = 0; region < merge_plan.regions.size(); ++region)
         first.push_back(initial(region));
     put(0, 0, first);
+    count_rows(0);
 }
 
 MergeResult::Piece MergeResult::contributed(std::size_t region, std::size_t contributor) const
@@ -50,17 +51,37 @@ LineRange MergeResult::pieces_of(std::size_t region) const
 void MergeResult::put(std::size_t at, std::size_t count, const std::vector<Piece>& others)
 {
     const auto place = pieces.begin() + static_cast<std::ptrdiff_t>(at);
-    const auto behind = pieces.erase(place, place + static_cast<std::ptrdiff_t>(count));
-    pieces.insert(behind, others.begin(), others.end());
+    const std::size_t in_place = std::min(count, others.size());
+    const auto rest = others.begin() + static_cast<std::ptrdiff_t>(in_place);
+    const auto next = std::copy(others.begin(), rest, place);
+    pieces.insert(pieces.erase(next, place + static_cast<std::ptrdiff_t>(count)), rest,
+                  others.end());
+}
+
+void MergeResult::count_rows(std::size_t from)
+{
     first_rows.resize(pieces.size() + 1);
-    for (std::size_t piece = at; piece < pieces.size(); ++piece)
+    for (std::size_t piece = from; piece < pieces.size(); ++piece)
         first_rows[piece + 1] = first_rows[piece] + pieces[piece].row_count();
+}
+
+/** Applies splices, or takes them back; the first row that changed. */
+std::size_t MergeResult::apply(const std::vector<Splice>& splices, bool back)
+{
+    std::size_t first = pieces.size();
+    for (std::size_t index = 0; index < splices.size(); ++index) {
+        const Splice& splice = splices[back ? splices.size() - 1 - index : index];
+        const std::vector<Piece>& old = back ? splice.inserted : splice.removed;
+        put(splice.at, old.size(), back ? splice.removed : splice.inserted);
+        first = std::min(first, splice.at);
+    }
+    count_rows(first);
+    return first_rows[first];
 }
 
 void MergeResult::do_step(std::vector<Splice> splices, bool join_last_step)
 {
-    for (const Splice& splice : splices)
-        put(splice.at, splice.removed.size(), splice.inserted);
+    apply(splices, false);
     undone.clear();
     if (!join_last_step || done.empty())
         done.emplace_back();
@@ -72,20 +93,14 @@ std::size_t MergeResult::undo()
 {
     undone.push_back(std::move(done.back()));
     done.pop_back();
-    const std::vector<Splice>& splices = undone.back().splices;
-    for (std::size_t index = splices.size(); index-- > 0;)
-        put(splices[index].at, splices[index].inserted.size(), splices[index].removed);
-    return first_rows[splices.front().at];
+    return apply(undone.back().splices, true);
 }
 
 std::size_t MergeResult::redo()
 {
     done.push_back(std::move(undone.back()));
     undone.pop_back();
-    const std::vector<Splice>& splices = done.back().splices;
-    for (const Splice& splice : splices)
-        put(splice.at, splice.removed.size(), splice.inserted);
-    return first_rows[splices.front().at];
+    return apply(done.back().splices, false);
 }
 
 bool MergeResult::has_unsaved_work() const
@@ -129,8 +144,6 @@ void MergeResult::choose(std::size_t region, const std::vector<std::size_t>& con
     chosen.reserve(contributors.size());
     for (const std::size_t contributor : contributors)
         chosen.push_back(contributed(region, contributor));
-    if (chosen.empty())
-        chosen.push_back(typed(region, {}));
     choose_pieces(region, std::move(chosen));
 }
 

@@ -48,7 +48,7 @@ struct ResultRow {
 struct RegionChoice {
     bool resolved = true;
     bool typed = false;                    // at least in part
-    std::vector<std::size_t> contributors; // not typed: whose lines, in their order
+    std::vector<std::size_t> contributors; // not typed: whose lines, in their order; of none: empty
 
     bool operator==(const RegionChoice&) const = default;
 };
@@ -113,8 +113,7 @@ class MergeResult
     std::string bytes() const;
 
   private:
-    /** Lines of one origin. Pieces in order make the result; every region has at least one, perhaps
-        an empty one. */
+    /** Lines of one origin. Pieces in order make the result; a region without any is empty. */
     struct Piece {
         std::size_t region = 0;
         RowOrigin origin = RowOrigin::contributor;
@@ -157,9 +156,10 @@ class MergeResult
 
     Splice splice_for_typing(std::size_t first_row, std::size_t last_row,
                              std::string content) const;
-    void keep_every_region(Splice& splice) const;
 
     void put(std::size_t at, std::size_t count, const std::vector<Piece>& others);
+    void count_rows(std::size_t from);
+    std::size_t apply(const std::vector<Splice>& splices, bool back);
     void do_step(std::vector<Splice> splices, bool join_last_step = false);
     void choose_pieces(std::size_t region, std::vector<Piece> chosen);
     std::size_t state_id() const { return done.empty() ? 0 : done.back().id; }

@@ -48,7 +48,7 @@ LineEnd MergeResult::neighbours_end(std::size_t row) const
 ResultRow MergeResult::row(std::size_t index) const
 {
     if (index >= end_row())
-        return {.origin = RowOrigin::end, .region = pieces.back().region};
+        return {.origin = RowOrigin::end, .region = pieces.empty() ? 0 : pieces.back().region};
     const Place place = place_of(index);
     const Piece& piece = pieces[place.piece];
     ResultRow row{.origin = piece.origin, .contributor = piece.contributor, .region = piece.region};

@@ -1,6 +1,5 @@
 #include "viewer/core/merge_result.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace
@@ -59,9 +58,9 @@ MergeResult::Splice MergeResult::splice_for_typing(std::size_t first_row, std::s
     const bool has_first = first_row < end_row();
     const bool has_last = last_row < end_row();
     const Place first = has_first ? place_of(first_row) : Place{pieces.size(), 0};
-    const Place last = has_last ? place_of(last_row) : Place{pieces.size() - 1, 0};
+    const Place last = has_last ? place_of(last_row) : Place{pieces.size(), 0};
     Splice splice{.at = first.piece};
-    for (std::size_t index = first.piece; index <= last.piece && index < pieces.size(); ++index)
+    for (std::size_t index = first.piece; index < last.piece + (has_last ? 1 : 0); ++index)
         splice.removed.push_back(pieces[index]);
     if (has_first && first.line > pieces[first.piece].lines.begin) {
         splice.inserted.push_back(pieces[first.piece]);
@@ -73,21 +72,5 @@ MergeResult::Splice MergeResult::splice_for_typing(std::size_t first_row, std::s
         splice.inserted.push_back(pieces[last.piece]);
         splice.inserted.back().lines.begin = last.line + 1;
     }
-    keep_every_region(splice);
     return splice;
-}
-
-/** Leaves an empty piece for each region that would have none. */
-void MergeResult::keep_every_region(Splice& splice) const
-{
-    const std::size_t behind = splice.at + splice.removed.size();
-    const auto remains = [&](std::size_t region) {
-        return (splice.at > 0 && pieces[splice.at - 1].region == region) ||
-               (behind < pieces.size() && pieces[behind].region == region) ||
-               std::ranges::find(splice.inserted, region, &Piece::region) != splice.inserted.end();
-    };
-    for (const Piece& removed : splice.removed)
-        if (!remains(removed.region))
-            splice.inserted.push_back(typed(removed.region, {}));
-    std::ranges::stable_sort(splice.inserted, {}, &Piece::region);
 }

@@ -1,7 +1,7 @@
 #include "viewer/core/search.h"
 
 #include "viewer/core/characters.h"
-#include "viewer/core/line_matching.h"
+#include "viewer/core/letter_case.h"
 
 #include <algorithm>
 #include <string>
@@ -21,6 +21,8 @@ std::u32string in_lower_case(std::string_view phrase)
 std::optional<std::size_t> match_end(std::string_view content, std::size_t at,
                                      const std::u32string& phrase)
 {
+    if (!begins_character(content[at]))
+        return std::nullopt;
     for (const char32_t character : phrase)
         if (at == content.size() || lower_case(take_character(content, at)) != character)
             return std::nullopt;
@@ -40,9 +42,8 @@ std::optional<Span> first_match(std::string_view content, std::string_view phras
         return exact_match(content.find(phrase, from), phrase);
     const std::u32string characters = in_lower_case(phrase);
     for (std::size_t at = from; at < content.size(); ++at)
-        if (begins_character(content[at]))
-            if (const auto end = match_end(content, at, characters))
-                return Span{at, *end};
+        if (const auto end = match_end(content, at, characters))
+            return Span{at, *end};
     return std::nullopt;
 }
 
@@ -55,9 +56,8 @@ std::optional<Span> last_match(std::string_view content, std::string_view phrase
         return exact_match(content.rfind(phrase, before - 1), phrase);
     const std::u32string characters = in_lower_case(phrase);
     for (std::size_t at = std::min(before, content.size()); at-- > 0;)
-        if (begins_character(content[at]))
-            if (const auto end = match_end(content, at, characters))
-                return Span{at, *end};
+        if (const auto end = match_end(content, at, characters))
+            return Span{at, *end};
     return std::nullopt;
 }
 
@@ -69,7 +69,9 @@ std::optional<Span> find_next(std::string_view content, std::string_view phrase,
     if (phrase.empty())
         return std::nullopt;
     const auto match = first_match(content, phrase, from, options.match_case);
-    return match || !options.wrap ? match : first_match(content, phrase, 0, options.match_case);
+    return match || !options.wrap || from == 0
+               ? match
+               : first_match(content, phrase, 0, options.match_case);
 }
 
 std::optional<Span> find_previous(std::string_view content, std::string_view phrase,

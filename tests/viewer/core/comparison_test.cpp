@@ -225,7 +225,7 @@ TEST(Likeness, IsToldInASentence)
     EXPECT_EQ(sentence_for({"a\n", 0, false}, {"a\n", 0, false}), "The files are identical.");
     EXPECT_EQ(sentence_for({"a\n", 0, false}, {"b\n", 0, false}), "");
     EXPECT_EQ(sentence_for({"a\n", 0, false}, {"a\nb", 0, false}), "");
-    EXPECT_EQ(sentence_for({"a\nb\n", 0, false}, {"a\nb\r\n", 0, false}),
+    EXPECT_EQ(sentence_for({"a\nb\n", 0, false}, {"a\r\nb\n", 0, false}),
               "The files differ only in line ends.");
     EXPECT_EQ(sentence_for({"a\n", 0, false}, {"a", 0, false}),
               "The files differ only in line ends.");

@@ -176,6 +176,16 @@ TEST_F(Folders, AFifoIsComparedAndNotOpened)
     EXPECT_EQ(only_row().state(), EntryState::same);
 }
 
+TEST_F(Folders, AFileThatGrowsMeanwhileIsDifferent)
+{
+    write(0, "a", "x");
+    write(1, "a", "x");
+    const FolderComparison listed = list_folders(roots);
+    write(1, "a", "xx");
+
+    EXPECT_EQ(compared_row(roots, listed.rows.at(0)).state(), EntryState::different);
+}
+
 TEST_F(Folders, AFileThatGoesAwayMeanwhileIsUnreadable)
 {
     write(0, "a", "x");
@@ -226,10 +236,12 @@ TEST_F(Folders, ASummaryTellsOfAllBelow)
     write(1, "a/d", "x");
     write(0, "e/f", "x");
     write(1, "e/f", "x");
+    write(0, "g/h", "x");
 
-    EXPECT_EQ(compared().summaries(), // a, a/b, a/b/c, a/d, e, e/f
+    EXPECT_EQ(compared().summaries(), // a, a/b, a/b/c, a/d, e, e/f, g, g/h
               (States{EntryState::different, EntryState::different, EntryState::different,
-                      EntryState::same, EntryState::same, EntryState::same}));
+                      EntryState::same, EntryState::same, EntryState::same, EntryState::only_here,
+                      EntryState::only_here}));
 }
 
 TEST_F(Folders, AStopEndsTheComparisonEarly)

@@ -84,6 +84,7 @@ TEST(MergeResult, ARegionCanBeEmpty)
 
     result.choose(conflict, {});
 
+    EXPECT_EQ(result.choice(conflict), (RegionChoice{true, false, {}}));
     EXPECT_TRUE(result.is_resolved());
     EXPECT_EQ(result.bytes(), "a\nc\nd\nE\n");
     EXPECT_TRUE(result.rows_of(conflict).empty());
@@ -239,6 +240,8 @@ TEST(MergeResult, EverythingCanBeDeleted)
 
     EXPECT_EQ(result.bytes(), "");
     EXPECT_EQ(result.row_count(), 1U);
+    result.replace({0, 0}, {0, 0}, "new");
+    EXPECT_EQ(result.bytes(), "new");
 }
 
 TEST(MergeResult, TypedLinesGetTheEndOfTheirNeighbours)
