@@ -33,4 +33,4 @@ void add_choices(QMenu& menu, const QStringList& texts, int chosen,
         group->addAction(entry);
         QObject::connect(entry, &QAction::triggered, entry, [action, index] { action(index); });
     }
-}
+} // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks): the menu owns the group

@@ -6,12 +6,25 @@
 #include <QLocale>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <array>
 
 namespace
 {
 
 /** Differences that are found this soon are in the first picture. */
 constexpr std::chrono::milliseconds short_comparison{6};
+
+/** What likeness_sentence says, named here for the translators. */
+[[maybe_unused]] constexpr std::array likeness_sentences{
+    QT_TRANSLATE_NOOP("Likeness", "The files are identical."),
+    QT_TRANSLATE_NOOP("Likeness", "The files differ only in line ends and in the byte-order mark."),
+    QT_TRANSLATE_NOOP("Likeness", "The files differ only in line ends."),
+    QT_TRANSLATE_NOOP("Likeness", "The files differ only in the byte-order mark."),
+    QT_TRANSLATE_NOOP("Likeness",
+                      "The files differ only in encoding, line ends and byte-order mark."),
+    QT_TRANSLATE_NOOP("Likeness", "The files differ only in encoding and line ends."),
+    QT_TRANSLATE_NOOP("Likeness", "The files differ only in encoding and byte-order mark."),
+    QT_TRANSLATE_NOOP("Likeness", "The files differ only in encoding.")};
 
 } // namespace
 

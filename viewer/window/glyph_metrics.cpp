@@ -77,6 +77,7 @@ bool joins(char32_t character)
 GlyphMetrics::GlyphMetrics(const QFont& wanted, qreal scale, int tab_cells)
     : text_font(without_kerning(wanted)),
       metrics(text_font),
+      raw_font(QRawFont::fromFont(text_font)),
       height(height_of(metrics, scale)),
       base_line(static_cast<int>(std::ceil(metrics.ascent()))),
       cell_width(metrics.horizontalAdvance(QChar('0'))),
@@ -124,10 +125,11 @@ Glyph GlyphMetrics::measure(char32_t character) const
     if (monospaced && character < 0x7f)
         return {.kind = GlyphKind::plain, .advance = static_cast<float>(cell_width)};
     const bool plain = is_of_plain_script(character) && !is_of_right_to_left(character);
-    const bool shaped = !plain || joins(character);
+    const GlyphKind kind = !plain || joins(character)              ? GlyphKind::shaped
+                           : raw_font.supportsCharacter(character) ? GlyphKind::plain
+                                                                   : GlyphKind::foreign;
     const bool has_width = !QChar::isMark(character) && character != 0x200d && character != 0x200c;
     const qreal advance =
         has_width ? metrics.horizontalAdvance(QString::fromUcs4(&character, 1)) : 0;
-    return {.kind = shaped ? GlyphKind::shaped : GlyphKind::plain,
-            .advance = static_cast<float>(advance)};
+    return {.kind = kind, .advance = static_cast<float>(advance)};
 }

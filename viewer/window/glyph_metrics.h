@@ -8,6 +8,7 @@
 
 #include <QFont>
 #include <QFontMetricsF>
+#include <QRawFont>
 #include <QString>
 #include <array>
 #include <cstdint>
@@ -16,6 +17,7 @@
 enum class GlyphKind : std::uint8_t {
     unknown, // not looked up yet
     plain,   // placed by its advance
+    foreign, // too, but another font has it: its neighbours must not be drawn with it
     shaped,  // needs a layout of its surroundings
     tab,
     label, // has no picture: a control character, a mark of direction
@@ -56,6 +58,7 @@ class GlyphMetrics
 
     QFont text_font;
     QFontMetricsF metrics;
+    QRawFont raw_font;
     int height = 0;
     int base_line = 0;
     qreal cell_width;

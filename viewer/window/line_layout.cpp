@@ -59,13 +59,16 @@ std::size_t byte_of_index(std::string_view text, int index)
     return at;
 }
 
+bool is_drawn_as_text(GlyphKind kind)
+{
+    return kind == GlyphKind::plain || kind == GlyphKind::foreign || kind == GlyphKind::shaped;
+}
+
 /** Whether a character goes on the run that it follows. */
 bool continues(const LineRun& run, GlyphKind kind)
 {
-    const auto is_words = [](GlyphKind one) {
-        return one == GlyphKind::plain || one == GlyphKind::shaped;
-    };
-    return is_words(run.kind) && is_words(kind);
+    const bool joins = run.kind == GlyphKind::shaped || kind == GlyphKind::shaped;
+    return is_drawn_as_text(run.kind) && is_drawn_as_text(kind) && (joins || run.kind == kind);
 }
 
 void finish(LineRun& run, std::string_view line, const GlyphMetrics& metrics)
@@ -105,7 +108,7 @@ std::size_t byte_in_run(const LineRun& run, std::string_view line, qreal x,
     const auto text = line.substr(run.bytes.begin, run.bytes.end - run.bytes.begin);
     if (run.shape)
         return run.bytes.begin + byte_of_index(text, run.shape->lineAt(0).xToCursor(x - run.x));
-    if (run.kind != GlyphKind::plain)
+    if (!is_drawn_as_text(run.kind))
         return x < run.x + run.width / 2 ? run.bytes.begin : run.bytes.end;
     qreal left = run.x;
     for (std::size_t at = 0; at < text.size();) {
@@ -336,7 +339,7 @@ void draw_runs(QPainter& painter, const std::vector<LineRun>& runs, QPointF orig
             run.shape->draw(&painter, {origin.x() + run.x, base_line - rise});
         } else if (run.kind == GlyphKind::label) {
             draw_label(painter, run, origin, metrics, colours);
-        } else if (run.kind == GlyphKind::plain) {
+        } else if (is_drawn_as_text(run.kind)) {
             painter.drawText(QPointF(origin.x() + run.x, base_line), run.text);
         } else if (colours.show_white_space) {
             draw_tab(painter, run, origin, metrics, colours);

@@ -19,7 +19,7 @@ struct TextPosition {
     std::size_t line = 0;
     std::size_t byte = 0;
 
-    auto operator<=>(const TextPosition&) const = default;
+    auto operator<=>(const TextPosition&) const = default; // NOLINT(modernize-use-nullptr): sees 0
 };
 
 enum class RowKind : std::uint8_t {
@@ -53,6 +53,8 @@ class RowSource
     RowSource() = default;
     RowSource(const RowSource&) = delete;
     RowSource& operator=(const RowSource&) = delete;
+    RowSource(RowSource&&) = delete;
+    RowSource& operator=(RowSource&&) = delete;
     virtual ~RowSource() = default;
 
     virtual std::size_t row_count() const = 0;

@@ -3,7 +3,7 @@
 #include "tests/viewer/window/window_test.h"
 #include "viewer/core/characters.h"
 
-#include <QImage>
+#include <QFontMetricsF>
 #include <numeric>
 
 namespace
@@ -48,19 +48,20 @@ TEST_P(Lines, RunsFollowOneAnotherAndCoverTheLine)
     EXPECT_EQ(byte, GetParam().text.size());
 }
 
-INSTANTIATE_TEST_SUITE_P(All, Lines,
-                         testing::Values(NamedLine{"Empty", ""}, NamedLine{"Ascii", "int main()"},
-                                         NamedLine{"Tabs", "\ta\tbc\t"},
-                                         NamedLine{"Umlauts", "Gr\u00fc\u00dfe"},
-                                         NamedLine{"Labels", std::string("a\0b\x1b\u202e.", 8)},
-                                         NamedLine{"ManyChunks",
-                                                   [] {
-                                                       std::string text;
-                                                       for (int count = 0; count < 3000; ++count)
-                                                           text += "\u00e4b";
-                                                       return text;
-                                                   }()}),
-                         [](const auto& line) { return std::string(line.param.name); });
+INSTANTIATE_TEST_SUITE_P(
+    All, Lines,
+    testing::Values(NamedLine{"Empty", ""}, NamedLine{"Ascii", "int main()"},
+                    NamedLine{"Tabs", "\ta\tbc\t"}, NamedLine{"Umlauts", "Gr\u00fc\u00dfe"},
+                    NamedLine{"WordsOfOtherFonts", "\u65e5\u672c x \u8a9e \u30c6y"},
+                    NamedLine{"Labels", std::string("a\0b\x1b\u202e.", 8)},
+                    NamedLine{"ManyChunks",
+                              [] {
+                                  std::string text;
+                                  for (int count = 0; count < 3000; ++count)
+                                      text += "\u00e4b";
+                                  return text;
+                              }()}),
+    [](const auto& line) { return std::string(line.param.name); });
 
 TEST(LineShape, OfAVeryLongLineOnlyWhatIsSeenIsLaidOut)
 {
@@ -81,6 +82,17 @@ TEST(LineShape, OfAVeryLongLineOnlyWhatIsSeenIsLaidOut)
         EXPECT_LE(runs.front().x, middle);
         EXPECT_GE(runs.back().x + runs.back().width, middle + 500);
     }
+}
+
+TEST(LineShape, EachRunIsAsWideAsItIsDrawn)
+{
+    const SharedStyle style = style_with();
+    const LineShape shape("a \u65e5\u672c \u8a9e \u2260 \u0416x", style->metrics);
+
+    for (const LineRun& run : shape.runs(0, shape.width()))
+        EXPECT_NEAR(QFontMetricsF(style->metrics.font()).horizontalAdvance(run.text), run.width,
+                    0.5)
+            << run.text.toStdString();
 }
 
 TEST(LineShape, AMarkStaysWithItsLetter)

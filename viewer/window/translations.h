@@ -1,0 +1,11 @@
+/*
+ * The words of the windows in the user's language, as far as the product has them.
+ */
+#pragma once
+
+#include <string>
+
+/** Loads from `<product>/share/locale/<language>/LC_MESSAGES/quarnview.qm`, and what the toolkit
+   has for its own buttons. Without a translation the words stay English. To be called once, after
+   the application is made. */
+void install_translations(const std::string& product_directory);
