@@ -51,7 +51,7 @@ AnnouncementReader::Result AnnouncementReader::feed(std::string_view bytes)
         const std::size_t end = bytes.find('\n');
         // Of an endless line one byte too many is kept, so that its end is not taken for a line.
         if (unfinished.size() <= longest_line)
-            unfinished += bytes.substr(0, std::min(end, longest_line + 1));
+            unfinished += bytes.substr(0, std::min(end, longest_line + 1 - unfinished.size()));
         if (end == std::string_view::npos)
             return result;
         take_line(std::exchange(unfinished, {}), result);

@@ -3,18 +3,19 @@
 #include "service/own_fifo.h"
 #include "service/process.h"
 
+#include <stdexcept>
 #include <system_error>
 #include <utility>
 
 Call::Call(const CallSurroundings& call_surroundings, Announcement announced)
     : surroundings(call_surroundings),
       announcement(std::move(announced)),
-      launcher(open_process(announcement.launcher)),
+      launcher(surroundings.events, open_process(announcement.launcher)),
       variables(viewer_variables_of(announcement.launcher))
 {
-    expect_own_fifo(surroundings.directory.descriptor(), announcement.request);
-    expect_own_fifo(surroundings.directory.descriptor(), announcement.response);
-    surroundings.events.watch(launcher.get());
+    for (const std::string& name : {announcement.request, announcement.response})
+        if (!is_own_fifo(surroundings.directory.descriptor(), name))
+            throw std::runtime_error(name + " is no FIFO of this user");
     hand_over();
 }
 
@@ -31,8 +32,7 @@ void Call::hand_over()
 
 void Call::look()
 {
-    const bool launcher_ended =
-        surroundings.events.ready(launcher.get()) && ::has_ended(launcher.get());
+    const bool launcher_ended = surroundings.events.ready(launcher.get());
     if (viewer)
         look_at_viewer();
     if (refusal)
@@ -68,7 +68,9 @@ void Call::take_leave_of_viewer()
     surroundings.viewers.warm(variables);
     if (is_answered)
         return;
-    log("its viewer " + *ended.end() + " before it answered");
+    // Which of two ends came first cannot be seen, but only a viewer that was told ends in order.
+    log(!launcher && ended.ended_in_order() ? "the launcher ended before it was answered"
+                                            : "its viewer " + *ended.end() + " before it answered");
     if (launcher)
         refuse();
 }
@@ -85,16 +87,12 @@ void Call::refuse()
 
 void Call::take_leave_of_launcher()
 {
-    launcher = Descriptor();
+    launcher = {};
     refusal.reset();
     surroundings.directory.remove_fifo(announcement.request);
     surroundings.directory.remove_fifo(announcement.response);
-    if (!viewer)
-        return;
-    viewer->listen(); // its answer, or its end, may be what ended the launcher
-    viewer->tell_launcher_is_gone();
-    if (!is_answered && !viewer->is_answering() && !viewer->is_leaving())
-        log("the launcher ended before it was answered");
+    if (viewer)
+        viewer->tell_launcher_is_gone();
 }
 
 std::optional<std::string> Call::display_of_window() const

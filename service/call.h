@@ -33,7 +33,7 @@ struct CallSurroundings {
 class Call
 {
   public:
-    /** Begins it. Throws std::system_error when the launcher is gone or a FIFO is not what it
+    /** Begins it. Throws std::runtime_error when the launcher is gone or a FIFO is not what it
         should be. */
     Call(const CallSurroundings& call_surroundings, Announcement announced);
 
@@ -55,7 +55,7 @@ class Call
 
     const CallSurroundings& surroundings;
     Announcement announcement;
-    Descriptor launcher; // until it ends
+    WatchedDescriptor launcher; // until it ends
     ViewerVariables variables;
     std::optional<ViewerProcess> viewer; // until it ends
     std::optional<Refusal> refusal;

@@ -36,9 +36,9 @@ bool becomes_free(const UserDirectory& directory)
 
 } // namespace
 
-int show_status(const std::string& path)
+int show_status(const std::string& directory_path)
 {
-    const UserDirectory directory(path);
+    const UserDirectory directory(directory_path);
     const auto holder = ServiceLock::holder(directory.descriptor());
     if (!holder)
         return tell_that_none_runs();
@@ -50,9 +50,9 @@ int show_status(const std::string& path)
     return 0;
 }
 
-int stop_service(const std::string& path)
+int stop_service(const std::string& directory_path)
 {
-    const UserDirectory directory(path);
+    const UserDirectory directory(directory_path);
     const auto holder = ServiceLock::holder(directory.descriptor());
     if (!holder)
         return tell_that_none_runs();

@@ -6,8 +6,8 @@
 
 #include <string>
 
-/** Shows how the service of that directory is doing. */
-int show_status(const std::string& directory);
+/** Shows how the service of that per-user directory is doing. */
+int show_status(const std::string& directory_path);
 
 /** Has it end in order, and waits until its lock is free. */
-int stop_service(const std::string& directory);
+int stop_service(const std::string& directory_path);

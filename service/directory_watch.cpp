@@ -4,6 +4,7 @@
 #include <string>
 #include <sys/inotify.h>
 #include <unistd.h>
+#include <utility>
 
 namespace
 {
@@ -16,14 +17,14 @@ std::string link_to(int descriptor)
 } // namespace
 
 DirectoryWatch::DirectoryWatch(Events& events, int directory, int rendezvous)
-    : inotify(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC))
 {
-    if (!inotify)
+    Descriptor watches(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC));
+    if (!watches)
         return;
     // An open file that is unlinked lives on; what is told is that it has lost its name.
-    ::inotify_add_watch(inotify.get(), link_to(rendezvous).c_str(), IN_ATTRIB | IN_MOVE_SELF);
-    ::inotify_add_watch(inotify.get(), link_to(directory).c_str(), IN_MOVE_SELF);
-    events.watch(inotify.get());
+    ::inotify_add_watch(watches.get(), link_to(rendezvous).c_str(), IN_ATTRIB | IN_MOVE_SELF);
+    ::inotify_add_watch(watches.get(), link_to(directory).c_str(), IN_MOVE_SELF);
+    inotify = WatchedDescriptor(events, std::move(watches));
 }
 
 bool DirectoryWatch::has_news(const Events& events)

@@ -17,5 +17,5 @@ class DirectoryWatch
     bool has_news(const Events& events);
 
   private:
-    Descriptor inotify;
+    WatchedDescriptor inotify;
 };

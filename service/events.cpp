@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <sys/epoll.h>
 #include <system_error>
+#include <utility>
 
 namespace
 {
@@ -31,6 +32,11 @@ void Events::watch(int descriptor)
     control(epoll.get(), EPOLL_CTL_ADD, descriptor, EPOLLIN);
 }
 
+void Events::forget(int descriptor)
+{
+    ::epoll_ctl(epoll.get(), EPOLL_CTL_DEL, descriptor, nullptr);
+}
+
 void Events::pause(int descriptor, bool paused)
 {
     control(epoll.get(), EPOLL_CTL_MOD, descriptor, paused ? 0U : EPOLLIN);
@@ -50,4 +56,28 @@ void Events::wait(std::optional<std::chrono::milliseconds> longest)
 bool Events::ready(int descriptor) const
 {
     return std::binary_search(ready_descriptors.begin(), ready_descriptors.end(), descriptor);
+}
+
+WatchedDescriptor::WatchedDescriptor(Events& loop_events, Descriptor owned)
+    : events(&loop_events), descriptor(std::move(owned))
+{
+    events->watch(descriptor.get());
+}
+
+WatchedDescriptor::WatchedDescriptor(WatchedDescriptor&& other) noexcept
+    : events(other.events), descriptor(std::move(other.descriptor))
+{
+}
+
+WatchedDescriptor& WatchedDescriptor::operator=(WatchedDescriptor&& other) noexcept
+{
+    std::swap(events, other.events);
+    descriptor = std::move(other.descriptor); // swaps
+    return *this;
+}
+
+WatchedDescriptor::~WatchedDescriptor()
+{
+    if (descriptor)
+        events->forget(descriptor.get());
 }

@@ -39,12 +39,10 @@ UserDirectory settle()
     return directory;
 }
 
-/** Leaves the terminal, unless the starter, as a launcher does, has seen to that. False in the
-    process that was started, which has done its work then. */
+/** Leaves the terminal and who may read complaints there. False in the process that was started,
+    which has done its work then. */
 bool detach()
 {
-    if (::getsid(0) == ::getpid())
-        return true;
     const pid_t service = ::fork();
     if (service < 0)
         throw std::runtime_error("cannot make a process of its own");
@@ -54,6 +52,7 @@ bool detach()
     const Descriptor nowhere(::open("/dev/null", O_RDWR | O_CLOEXEC));
     for (int stream = STDIN_FILENO; stream <= STDERR_FILENO; ++stream)
         ::dup2(nowhere.get(), stream);
+    complain_to_system_log();
     return true;
 }
 
@@ -65,12 +64,12 @@ int serve(const Options& options)
     ::mkfifo((get_temp_directory() + "/" + rendezvous_pipe).c_str(), 0600);
 
     ::closefrom(first_inherited); // keeps no pipe, lock or file of the starter alive
-    const UserDirectory directory = settle();
-    if (!options.foreground) {
-        if (!detach())
-            return 0;
+    const bool is_alone = ::getsid(0) == ::getpid(); // as a launcher starts it
+    if (is_alone && !options.foreground)
         complain_to_system_log();
-    }
+    const UserDirectory directory = settle();
+    if (!is_alone && !options.foreground && !detach())
+        return 0;
     Descriptor signals = open_signals(); // whoever sees the lock can end the service in order
     auto lock = ServiceLock::take(directory.descriptor());
     if (!lock)

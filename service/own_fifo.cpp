@@ -15,10 +15,10 @@ using FileStatus = struct stat;
     throw std::system_error(error, std::generic_category(), what);
 }
 
-void check(const FileStatus& entry, const std::string& name)
+bool is_own_fifo(const FileStatus& entry)
 {
-    if (!S_ISFIFO(entry.st_mode) || entry.st_uid != ::geteuid())
-        fail(EPERM, name + " is no FIFO of this user");
+    static const uid_t own_user = ::geteuid();
+    return S_ISFIFO(entry.st_mode) && entry.st_uid == own_user;
 }
 
 } // namespace
@@ -30,14 +30,14 @@ Descriptor open_own_fifo(int directory, const std::string& name, int access)
     FileStatus entry{};
     if (!fifo || ::fstat(fifo.get(), &entry) != 0)
         fail(errno, name);
-    check(entry, name);
+    if (!is_own_fifo(entry))
+        fail(EPERM, name + " is no FIFO of this user");
     return fifo;
 }
 
-void expect_own_fifo(int directory, const std::string& name)
+bool is_own_fifo(int directory, const std::string& name)
 {
     FileStatus entry{};
-    if (::fstatat(directory, name.c_str(), &entry, AT_SYMLINK_NOFOLLOW) != 0)
-        fail(errno, name);
-    check(entry, name);
+    return ::fstatat(directory, name.c_str(), &entry, AT_SYMLINK_NOFOLLOW) == 0 &&
+           is_own_fifo(entry);
 }

@@ -12,5 +12,5 @@
     this user. */
 Descriptor open_own_fifo(int directory, const std::string& name, int access);
 
-/** Throws std::system_error, as above, when what is there now is no such FIFO. */
-void expect_own_fifo(int directory, const std::string& name);
+/** Whether what is there now is such a FIFO. */
+bool is_own_fifo(int directory, const std::string& name);

@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <fcntl.h>
 #include <optional>
-#include <poll.h>
 #include <sstream>
 #include <string>
 #include <system_error>
@@ -62,12 +61,6 @@ Descriptor open_process(pid_t id)
     if (!process)
         throw std::system_error(errno, std::generic_category(), "process " + std::to_string(id));
     return process;
-}
-
-bool has_ended(int process)
-{
-    pollfd entry{process, POLLIN, 0};
-    return ::poll(&entry, 1, 0) > 0;
 }
 
 void send_signal(int process, int signal_number)

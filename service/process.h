@@ -12,9 +12,6 @@
     no such process. */
 Descriptor open_process(pid_t id);
 
-/** Whether the process that a descriptor stands for has ended. */
-bool has_ended(int process);
-
 /** Sends a signal to the process that a descriptor stands for; nothing when it has ended. */
 void send_signal(int process, int signal_number);
 

@@ -9,10 +9,9 @@
 #include <unistd.h>
 
 Refusal::Refusal(Events& events, int directory, const Announcement& announcement)
-    : request(open_own_fifo(directory, announcement.request, O_RDONLY)),
+    : request(events, open_own_fifo(directory, announcement.request, O_RDONLY)),
       response(open_own_fifo(directory, announcement.response, O_RDWR))
 {
-    events.watch(request.get());
     write_answer(response.get(), false);
 }
 
@@ -23,5 +22,5 @@ void Refusal::look(const Events& events)
     std::array<char, 65536> bytes{};
     const ssize_t length = ::read(request.get(), bytes.data(), bytes.size());
     if (length == 0) // its end, which would be told again and again
-        request = Descriptor();
+        request = {};
 }

@@ -20,6 +20,6 @@ class Refusal
     void look(const Events& events);
 
   private:
-    Descriptor request;
+    WatchedDescriptor request;
     Descriptor response;
 };

@@ -47,7 +47,11 @@ std::size_t affordable_calls()
 {
     constexpr rlim_t own_descriptors = 32;
     constexpr rlim_t each_call = 9; // launcher, viewer, four pipe ends while it starts, two FIFOs
+    constexpr rlim_t enough = 65536;
     rlimit limit{};
+    ::getrlimit(RLIMIT_NOFILE, &limit);
+    limit.rlim_cur = std::min(limit.rlim_max, enough);
+    ::setrlimit(RLIMIT_NOFILE, &limit);
     ::getrlimit(RLIMIT_NOFILE, &limit);
     const rlim_t usable = limit.rlim_cur - std::min(limit.rlim_cur, own_descriptors);
     return static_cast<std::size_t>(std::max<rlim_t>(usable / each_call, 1));
@@ -73,17 +77,15 @@ Server::Server(ServiceLock service_lock, Descriptor heeded_signals,
     : directory(user_directory),
       lock(std::move(service_lock)),
       log(directory.descriptor()),
-      rendezvous(open_rendezvous(directory)),
+      rendezvous(events, open_rendezvous(directory)),
       reader([this](const std::string& folder) { return directory.is_named_by(folder); }),
       viewers(events, log, std::move(install_directory)),
       surroundings{directory, events, log, viewers},
       most_calls(affordable_calls()),
-      signals(std::move(heeded_signals)),
+      signals(events, std::move(heeded_signals)),
       start_time(time_stamp())
 {
     sweep(directory);
-    events.watch(rendezvous.get());
-    events.watch(signals.get());
     watch.emplace(events, directory.descriptor(), rendezvous.get());
     status_socket.emplace(events, directory.descriptor());
 }
@@ -142,7 +144,7 @@ std::optional<milliseconds> Server::time_to_wait() const
 
 void Server::take_announcements()
 {
-    std::array<char, largest_read> bytes{};
+    std::array<char, largest_read> bytes; // far more than most reads fill: not cleared
     const ssize_t length = ::read(rendezvous.get(), bytes.data(), bytes.size());
     if (length <= 0)
         return;
@@ -159,7 +161,7 @@ void Server::begin(Announcement announcement)
     try {
         calls.emplace_back(surroundings, std::move(announcement));
         ++served;
-    } catch (const std::system_error& error) {
+    } catch (const std::runtime_error& error) {
         log.line("launcher " + launcher + ": not served: " + error.what());
         sweep(directory); // most often the launcher is gone
     }
@@ -202,7 +204,7 @@ void Server::close_rendezvous()
 {
     if (!ServiceLock::holder(directory.descriptor()))
         take_announcements();
-    rendezvous = Descriptor();
+    rendezvous = {};
     rendezvous_open_until.reset();
 }
 
@@ -214,8 +216,7 @@ void Server::look_at_directory()
     if (is_open_at(rendezvous.get(), directory.descriptor(), rendezvous_pipe))
         return;
     try {
-        rendezvous = open_rendezvous(directory);
-        events.watch(rendezvous.get());
+        rendezvous = WatchedDescriptor(events, open_rendezvous(directory));
         is_paused = false;
         watch.emplace(events, directory.descriptor(), rendezvous.get());
         log.line("the rendezvous FIFO had been removed; it is made anew");

@@ -62,14 +62,14 @@ class Server
     std::optional<ServiceLock> lock;
     Log log;
     Events events;
-    Descriptor rendezvous;
+    WatchedDescriptor rendezvous;
     AnnouncementReader reader;
     ViewerPool viewers;
     CallSurroundings surroundings;
     std::list<Call> calls;
     std::size_t most_calls;
     bool is_paused = false; // the reading of the rendezvous FIFO
-    Descriptor signals;
+    WatchedDescriptor signals;
     std::optional<DirectoryWatch> watch;
     std::optional<StatusSocket> status_socket;
     std::optional<Time> directory_doubted_until;

@@ -5,6 +5,7 @@
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
+#include <utility>
 
 namespace
 {
@@ -42,13 +43,14 @@ bool becomes_readable(int descriptor)
 
 } // namespace
 
-StatusSocket::StatusSocket(Events& events, int directory) : folder(directory), socket(make_socket())
+StatusSocket::StatusSocket(Events& events, int directory) : folder(directory)
 {
+    Descriptor listening = make_socket();
     ::unlinkat(folder, socket_name, 0);
     const sockaddr_un address = address_in(folder);
-    if (::bind(socket.get(), general(address), sizeof address) == 0 &&
-        ::listen(socket.get(), most_waiting) == 0)
-        events.watch(socket.get());
+    if (::bind(listening.get(), general(address), sizeof address) == 0 &&
+        ::listen(listening.get(), most_waiting) == 0)
+        socket = WatchedDescriptor(events, std::move(listening));
 }
 
 StatusSocket::~StatusSocket()

@@ -30,7 +30,7 @@ class StatusSocket
 
   private:
     int folder;
-    Descriptor socket;
+    WatchedDescriptor socket;
 };
 
 /** What the service of that directory tells; nothing when none answers within a second. */

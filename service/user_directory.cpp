@@ -29,7 +29,6 @@ std::string path_of(int directory)
 
 UserDirectory::UserDirectory(const std::string& path)
     : directory(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC)),
-      real_path(path_of(directory.get())),
       given_path(path)
 {
     struct stat entry {};
@@ -39,6 +38,7 @@ UserDirectory::UserDirectory(const std::string& path)
         fail(EPERM, path + " belongs to somebody else");
     if (::fchmod(directory.get(), 0700) != 0)
         fail(errno, path);
+    real_path = path_of(directory.get());
 }
 
 bool UserDirectory::is_named_by(const std::string& folder) const
@@ -57,10 +57,6 @@ bool UserDirectory::is_at(const std::string& folder) const
 
 void UserDirectory::remove_fifo(const std::string& name) const
 {
-    try {
-        expect_own_fifo(directory.get(), name);
+    if (is_own_fifo(directory.get(), name))
         ::unlinkat(directory.get(), name.c_str(), 0);
-    } catch (const std::system_error&) {
-        return; // it is gone already, or was never ours
-    }
 }

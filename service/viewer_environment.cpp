@@ -41,14 +41,17 @@ void take(ViewerVariables& variables, std::string_view entry)
         variables.emplace(entry.substr(0, sign), entry.substr(sign + 1));
 }
 
+/** A file of /proc, which gives all that there is room for in each read. */
 std::string whole_file(const std::string& path)
 {
     const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
     std::string text;
-    std::array<char, 16384> piece{};
-    ssize_t length = ::read(file.get(), piece.data(), piece.size());
-    for (; length > 0; length = ::read(file.get(), piece.data(), piece.size()))
-        text.append(piece.data(), static_cast<std::size_t>(length));
+    std::array<char, 16384> piece; // NOLINT(cppcoreguidelines-pro-type-member-init): read fills it
+    ssize_t length = 0;
+    do {
+        length = ::read(file.get(), piece.data(), piece.size());
+        text.append(piece.data(), static_cast<std::size_t>(std::max<ssize_t>(length, 0)));
+    } while (length == static_cast<ssize_t>(piece.size()));
     return text;
 }
 

@@ -41,13 +41,16 @@ Pipe make_pipe()
 
 void make_non_blocking(int descriptor)
 {
-    ::fcntl(descriptor, F_SETFL, ::fcntl(descriptor, F_GETFL) | O_NONBLOCK);
+    ::fcntl(descriptor, F_SETFL, O_NONBLOCK); // a new pipe's end has no other flag to keep
 }
 
-std::string viewer_program()
+const std::string& viewer_program()
 {
-    std::array<char, 4096> directory{};
-    return std::string(ks_product_dir(directory.data(), 0)) + "/bin/quarnview";
+    static const std::string path = [] {
+        std::array<char, 4096> directory{};
+        return std::string(ks_product_dir(directory.data(), 0)) + "/bin/quarnview";
+    }();
+    return path;
 }
 
 /** What a viewer does not take from the service: its signals, its process group, its streams. */
@@ -121,12 +124,10 @@ ViewerProcess::ViewerProcess(Events& events, ViewerVariables viewer_variables,
     id = start(to_viewer.reading.get(), from_viewer.writing.get(),
                {viewer_program(), install_directory}, environment_with(own_variables));
     input = std::move(to_viewer.writing);
-    output = std::move(from_viewer.reading);
     make_non_blocking(input.get());
-    make_non_blocking(output.get());
-    process = open_process(id);
-    events.watch(output.get());
-    events.watch(process.get());
+    make_non_blocking(from_viewer.reading.get());
+    output = WatchedDescriptor(events, std::move(from_viewer.reading));
+    process = WatchedDescriptor(events, open_process(id));
 }
 
 void ViewerProcess::serve(const std::string& request_path, const std::string& response_path) const
@@ -156,27 +157,31 @@ void ViewerProcess::look(const Events& events)
     if (!may_have_ended || told_end ||
         ::waitid(P_PID, static_cast<id_t>(id), &end, WEXITED | WNOHANG) != 0 || end.si_pid == 0)
         return;
+    in_order = end.si_code == CLD_EXITED && end.si_status == 0;
     told_end = told(end);
-    process = Descriptor();
+    process = {};
 }
 
 void ViewerProcess::listen()
 {
     std::array<char, 4096> bytes{};
     ssize_t length = 0;
-    while ((length = ::read(output.get(), bytes.data(), bytes.size())) > 0) {
-        std::string_view rest(bytes.data(), static_cast<std::size_t>(length));
-        for (std::size_t end = rest.find('\n'); end != std::string_view::npos;
-             end = rest.find('\n')) {
-            unfinished += rest.substr(0, end);
-            take_line(std::exchange(unfinished, {}));
-            rest.remove_prefix(end + 1);
-        }
-        if (unfinished.size() < longest_line)
-            unfinished += rest;
-    }
+    while ((length = ::read(output.get(), bytes.data(), bytes.size())) > 0)
+        take({bytes.data(), static_cast<std::size_t>(length)});
     if (length == 0) // its end, which would be told again and again
-        output = Descriptor();
+        output = {};
+}
+
+void ViewerProcess::take(std::string_view bytes)
+{
+    for (std::size_t end = bytes.find('\n'); end != std::string_view::npos;
+         end = bytes.find('\n')) {
+        unfinished += bytes.substr(0, end);
+        take_line(std::exchange(unfinished, {}));
+        bytes.remove_prefix(end + 1);
+    }
+    if (unfinished.size() < longest_line)
+        unfinished += bytes;
 }
 
 void ViewerProcess::take_line(const std::string& line)

@@ -20,8 +20,8 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <sys/types.h>
-#include <vector>
 
 class ViewerProcess
 {
@@ -44,34 +44,34 @@ class ViewerProcess
     /** Takes in what it has said and whether it has ended. */
     void look(const Events& events);
 
-    /** Takes in what it has said, whether or not the last wait told of it. */
-    void listen();
-
     bool is_ready() const { return ready; }
     bool is_answering() const { return answering; }
     bool is_shown() const { return shown; }
 
-    /** Whether it has nothing more to say, as it is a moment before its end. */
-    bool is_leaving() const { return !output; }
-
     /** The reason that it gave last. */
     const std::optional<std::string>& reason() const { return given_reason; }
+
+    /** Whether it has ended by itself, with status 0. */
+    bool ended_in_order() const { return in_order; }
 
     /** How it ended, for a reader ("was ended by signal 9"); nothing while it lives. */
     const std::optional<std::string>& end() const { return told_end; }
 
   private:
+    void listen();
+    void take(std::string_view bytes);
     void take_line(const std::string& line);
 
     ViewerVariables own_variables;
     pid_t id = 0;
-    Descriptor process;
+    WatchedDescriptor process;
     Descriptor input;
-    Descriptor output;
+    WatchedDescriptor output;
     std::string unfinished;
     bool ready = false;
     bool answering = false;
     bool shown = false;
     std::optional<std::string> given_reason;
+    bool in_order = false;
     std::optional<std::string> told_end;
 };

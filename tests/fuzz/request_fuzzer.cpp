@@ -6,8 +6,8 @@
  */
 #include "cmdline/command_line_info.h"
 #include "cmdline/encodings.h"
-#include "viewer/core/request.h"
 #include "tests/fuzz/fuzzer.h"
+#include "viewer/core/request.h"
 
 #include <algorithm>
 #include <set>

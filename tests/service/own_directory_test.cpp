@@ -72,7 +72,21 @@ TEST_F(OwnDirectory, ALinkInItsPlaceIsRefused)
     const Outcome outcome = run_service();
 
     EXPECT_EQ(outcome.exit_status, 1);
-    EXPECT_THAT(outcome.err, HasSubstr("tolm_service: " + scratch.user_directory()));
+    EXPECT_EQ(outcome.err, "tolm_service: " + scratch.user_directory() + ": Not a directory\n");
+}
+
+TEST_F(OwnDirectory, ARefusalByAServiceThatALauncherStartedGoesToTheSystemsLog)
+{
+    fs::create_directory(scratch / "elsewhere");
+    fs::create_directory_symlink(scratch / "elsewhere", scratch.user_directory());
+    Invocation run = service({programs + "tolm_service", "Kelvanport"});
+    run.path = "/usr/bin/setsid";
+    run.arguments.insert(run.arguments.begin(), "--wait");
+    shim(run, {});
+
+    EXPECT_EQ(Program(run).run(), (Outcome{.exit_status = 1}));
+
+    EXPECT_THAT(shim_record(), HasSubstr("syslog(3, %s, " + scratch.user_directory() + ": "));
 }
 
 TEST_F(OwnDirectory, AFileInPlaceOfTheRendezvousIsRefused)

@@ -97,18 +97,21 @@ class Double
         ::raise(SIGKILL);
     }
 
+    /** Ends when the launcher is gone. */
     std::string read_request() const
     {
         std::string document;
         std::array<char, 4096> bytes{};
+        std::array<pollfd, 2> entries{{{request, POLLIN, 0}, {STDIN_FILENO, POLLIN, 0}}};
         while (!document.ends_with('\n')) {
-            pollfd entry{request, POLLIN, 0};
-            ::poll(&entry, 1, -1);
+            ::poll(entries.data(), entries.size(), -1);
+            if (entries[1].revents != 0)
+                ::_exit(0);
             const ssize_t length = ::read(request, bytes.data(), bytes.size());
-            if (length == 0)
-                ::_exit(1);
             if (length > 0)
                 document.append(bytes.data(), static_cast<std::size_t>(length));
+            else if (length == 0)
+                entries[0].fd = -1;
         }
         return document;
     }

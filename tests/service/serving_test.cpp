@@ -185,7 +185,7 @@ TEST_F(Serving, AMissingFifoIsRefused)
     fake.announce();
     pass_through_service();
 
-    EXPECT_THAT(service_log(), HasSubstr(fake.response_name() + ": No such file or directory"));
+    EXPECT_THAT(service_log(), HasSubstr(fake.response_name() + " is no FIFO of this user"));
 }
 
 } // namespace

@@ -44,8 +44,8 @@ TEST_P(ViewerEndAt, IsFailureForItsLauncherAndForNobodyElse)
 TEST_F(ViewerEnd, IsToldInOneLogLine)
 {
     launch({"a", "b"}, ":dies-read");
-    pass_through_service();
 
+    EXPECT_TRUE(until([this] { return !service_log().empty(); }));
     EXPECT_THAT(service_log(),
                 MatchesRegex("[0-9-]+T[0-9:]+Z launcher [0-9]+: its viewer was ended by signal 9 "
                              "before it answered\n"));
