@@ -127,6 +127,15 @@ TakenOrFault take_utf32(std::string_view bytes, std::size_t at)
 }
 
 template<Form form>
+TakenOrFault take(std::string_view bytes, std::size_t at)
+{
+    if constexpr (form.unit_bytes == 2)
+        return take_utf16<form>(bytes, at);
+    else
+        return take_utf32<form>(bytes, at);
+}
+
+template<Form form>
 Decoded decode_units(std::string_view bytes)
 {
     Decoded decoded;
@@ -138,8 +147,7 @@ Decoded decode_units(std::string_view bytes)
             at += form.unit_bytes;
             continue;
         }
-        const TakenOrFault next =
-            form.unit_bytes == 2 ? take_utf16<form>(bytes, at) : take_utf32<form>(bytes, at);
+        const TakenOrFault next = take<form>(bytes, at);
         if (const auto* fault = std::get_if<TextFault>(&next)) {
             decoded.bad = BadSequence{*fault, at};
             return decoded;

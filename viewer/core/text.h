@@ -118,7 +118,8 @@ using TextOrProblem = std::variant<Text, TextProblem>;
 /** Decodes the whole of a file. */
 TextOrProblem decode_text(std::string bytes, int encoding);
 
-/** Reads and decodes a file. The null device is an empty one. Never waits for a FIFO. */
+/** Reads and decodes a file of up to a gigabyte. The null device is an empty one. Never waits for a
+    FIFO. */
 TextOrProblem read_text(const std::string& path, int encoding);
 
 /** The bytes of valid UTF-8 in an encoding, after its mark where one is wanted. The inverse of

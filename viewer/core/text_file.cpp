@@ -11,9 +11,12 @@
 namespace
 {
 
-TextProblem unreadable()
+/** Bytes. Beyond it a file that has no text, such as a disk's image, would take all memory. */
+constexpr std::size_t largest_file = std::size_t{1} << 30U;
+
+TextProblem unreadable(int error)
 {
-    return {.fault = TextFault::unreadable, .system_error = errno};
+    return {.fault = TextFault::unreadable, .system_error = error};
 }
 
 bool is_null_device(const struct stat& entry)
@@ -43,10 +46,12 @@ std::variant<std::string, TextProblem> read_bytes(int file, off_t expected_size)
     for (;;) {
         const ssize_t count = read_on(file, bytes, length);
         if (count < 0)
-            return unreadable();
+            return unreadable(errno);
         if (count == 0)
             break;
         length += static_cast<std::size_t>(count);
+        if (length > largest_file)
+            return unreadable(EFBIG);
     }
     bytes.resize(length);
     return bytes;
@@ -62,13 +67,15 @@ TextOrProblem read_text(const std::string& path, int encoding)
     if (!file && errno == ENXIO)
         return TextProblem{.fault = TextFault::not_a_file}; // a socket
     if (!file || ::fstat(file.get(), &entry) != 0)
-        return unreadable();
+        return unreadable(errno);
     if (S_ISDIR(entry.st_mode))
         return TextProblem{.fault = TextFault::is_directory};
     if (is_null_device(entry))
         return Text(std::string(), encoding, false);
     if (!S_ISREG(entry.st_mode))
         return TextProblem{.fault = TextFault::not_a_file};
+    if (static_cast<std::uintmax_t>(entry.st_size) > largest_file)
+        return unreadable(EFBIG);
     auto bytes = read_bytes(file.get(), entry.st_size);
     if (auto* problem = std::get_if<TextProblem>(&bytes))
         return *problem;

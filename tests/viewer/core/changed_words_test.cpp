@@ -137,6 +137,17 @@ TEST(ChangedWordsOfRow, TheFirstIsBesideAllOthers)
     EXPECT_EQ(spans[2], (std::vector<Span>{{4, 5}}));
 }
 
+TEST(ChangedWordsOfRow, OfTheFirstThatOverlapAreOne)
+{
+    const Texts texts = texts_of({"a b c d\n", "x y z d\n", "a b d\n", "a b c d\n"});
+    const Comparison comparison = *compare(texts, {});
+
+    const auto spans = changed_words_of_row(texts, comparison, 0, {});
+
+    EXPECT_EQ(marked("a b c d", spans[0]), "[a] [b] [c ]d");
+    EXPECT_TRUE(spans[3].empty());
+}
+
 TEST(ChangedWordsOfRow, ALineBesideAGapHasNone)
 {
     const Texts texts = texts_of({"a\n", "a\nb\n"});

@@ -138,6 +138,7 @@ TEST(Compare, DifferencesAreFoundFromARow)
     EXPECT_EQ(comparison.previous_difference(0), std::nullopt);
     EXPECT_EQ(comparison.difference_at(2), 1U);
     EXPECT_EQ(comparison.difference_at(3), std::nullopt);
+    EXPECT_EQ(compared({"a\nb\n", "a\nc\n"}).difference_at(0), std::nullopt);
 }
 
 TEST(Compare, BeforeComparingAllLinesStandFromTheTop)

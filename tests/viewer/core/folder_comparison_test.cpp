@@ -200,6 +200,46 @@ TEST_F(Folders, AFileThatGoesAwayMeanwhileIsUnreadable)
     EXPECT_EQ(row.state(), EntryState::unreadable);
 }
 
+TEST_F(Folders, TheFirstThatIsReadableIsTheMeasure)
+{
+    roots.push_back(scratch / "third");
+    write(0, "a", "x");
+    write(1, "a", "y");
+    write(2, "a", "y");
+    const FolderComparison listed = list_folders(roots);
+    fs::remove(roots[0] + "/a");
+
+    EXPECT_EQ(states_of(compared_row(roots, listed.rows.at(0))),
+              (States{EntryState::unreadable, EntryState::same, EntryState::same}));
+}
+
+TEST_F(Folders, AnotherFileThatGoesAwayMeanwhileIsUnreadable)
+{
+    write(0, "a", "x");
+    write(1, "a", "x");
+    const FolderComparison listed = list_folders(roots);
+    fs::remove(roots[1] + "/a");
+
+    EXPECT_EQ(compared_row(roots, listed.rows.at(0)).entries[1].state, EntryState::unreadable);
+}
+
+TEST_F(Folders, RootsThatAllCannotBeListedAreOneRow)
+{
+    const FolderComparison folders = list_folders({scratch / "nowhere", scratch / "no"});
+
+    ASSERT_EQ(folders.rows.size(), 1U);
+    EXPECT_EQ(folders.rows[0].state(), EntryState::unreadable);
+}
+
+TEST_F(Folders, AStopEndsTheListingEarly)
+{
+    write(0, "a", "x");
+    std::stop_source stop;
+    stop.request_stop();
+
+    EXPECT_TRUE(list_folders(roots, stop.get_token()).rows.empty());
+}
+
 TEST_F(Folders, ARootThatCannotBeListedIsARowOfItsOwn)
 {
     roots[1] = scratch / "nowhere";

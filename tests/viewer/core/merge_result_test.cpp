@@ -248,9 +248,9 @@ TEST(MergeResult, TypedLinesGetTheEndOfTheirNeighbours)
 {
     MergeResult result = result_of(texts_of({"a\r\nb\r\nc\n", "a\r\nb\r\nc\n", "a\r\nb\r\nc\n"}));
 
-    result.replace({0, 1}, {0, 1}, "\nx\ry");
+    result.replace({0, 1}, {0, 1}, "\nx\ry\r\nz");
 
-    EXPECT_EQ(result.bytes(), "a\r\nx\r\ny\r\nb\r\nc\n");
+    EXPECT_EQ(result.bytes(), "a\r\nx\r\ny\r\nz\r\nb\r\nc\n");
 }
 
 TEST(MergeResult, ALastLineWithoutAnEndGetsOneOnlyInTheMiddle)

@@ -202,6 +202,15 @@ TEST(ReadText, ASocketIsNoText)
     EXPECT_EQ(fault_of(scratch / "socket"), TextFault::not_a_file);
 }
 
+TEST(ReadText, AFileOfMoreThanAGigabyteIsRefused)
+{
+    const Scratch scratch;
+    const std::string path = scratch.write_file("huge", "");
+    ASSERT_EQ(::truncate(path.c_str(), (off_t{1} << 30) + 1), 0);
+
+    EXPECT_EQ(std::get<TextProblem>(read_text(path, 0)).what(), "File too large");
+}
+
 TEST(ReadText, AMissingFileIsToldInTheSystemsWords)
 {
     const TextOrProblem outcome = read_text("/no/such/file", 0);
