@@ -2,11 +2,12 @@
 
 #include "viewer/window/actions.h"
 #include "viewer/window/arrow_icon.h"
+#include "viewer/window/numbers.h"
 
-#include <QLocale>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace
 {
@@ -85,6 +86,8 @@ void CompareView::take_comparison(Outcome outcome)
     on_busy(false);
     tell_likeness(outcome.alike);
     tell_position();
+    if (std::exchange(wants_next, false))
+        go_to_next();
 }
 
 void CompareView::tell_likeness(const Likeness& alike)
@@ -100,15 +103,14 @@ void CompareView::tell_likeness(const Likeness& alike)
 void CompareView::tell_position()
 {
     const std::size_t count = side.rows().comparison().difference_count();
-    const QString all = QLocale().toString(static_cast<qulonglong>(count));
+    const QString all = grouped(count);
     const auto current = side.rows().current_difference();
     if (count == 0)
         on_status(tr("No differences"));
     else if (!current)
         on_status(tr("Differences: %1").arg(all));
     else
-        on_status(tr("Difference %1 of %2")
-                      .arg(QLocale().toString(static_cast<qulonglong>(*current + 1)), all));
+        on_status(tr("Difference %1 of %2").arg(grouped(*current + 1), all));
 }
 
 void CompareView::caret_moved()
@@ -137,6 +139,7 @@ void CompareView::go_to(std::optional<std::size_t> difference)
 
 void CompareView::go_to_next()
 {
+    wants_next = job.is_running(); // the texts are seen before their differences are known
     go_to(side.next_difference());
 }
 

@@ -47,5 +47,6 @@ class CompareView : public TextPage
     void fill_difference_menu(QMenu& menu, QToolBar& tools);
 
     bool is_compared = false;
+    bool wants_next = false; // the next difference, as soon as there is one
     BackgroundJob<Outcome> job;
 };

@@ -2,10 +2,10 @@
 
 #include "viewer/window/actions.h"
 #include "viewer/window/arrow_icon.h"
+#include "viewer/window/numbers.h"
 #include "viewer/window/option_menus.h"
 
 #include <QHeaderView>
-#include <QLocale>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -13,11 +13,6 @@ namespace
 {
 
 constexpr int taking_interval = 60; // ms between looks at what has been compared
-
-QString number(std::size_t value)
-{
-    return QLocale().toString(static_cast<qulonglong>(value));
-}
 
 bool is_file(const FolderEntry& entry)
 {
@@ -122,13 +117,13 @@ void FolderView::tell_counts()
     const StateCounts counts = entries.folders().counts();
     const auto of = [&](EntryState state) { return counts.at(static_cast<std::size_t>(state)); };
     QStringList parts{
-        tr("Different: %1").arg(number(of(EntryState::different) + of(EntryState::kinds_differ))),
-        tr("Only in some: %1").arg(number(of(EntryState::only_here) + of(EntryState::missing))),
-        tr("Same: %1").arg(number(of(EntryState::same)))};
+        tr("Different: %1").arg(grouped(of(EntryState::different) + of(EntryState::kinds_differ))),
+        tr("Only in some: %1").arg(grouped(of(EntryState::only_here) + of(EntryState::missing))),
+        tr("Same: %1").arg(grouped(of(EntryState::same)))};
     if (of(EntryState::unreadable) > 0)
-        parts.append(tr("Unreadable: %1").arg(number(of(EntryState::unreadable))));
+        parts.append(tr("Unreadable: %1").arg(grouped(of(EntryState::unreadable))));
     if (of(EntryState::pending) > 0)
-        parts.append(tr("Not compared yet: %1").arg(number(of(EntryState::pending))));
+        parts.append(tr("Not compared yet: %1").arg(grouped(of(EntryState::pending))));
     on_status(parts.join(QStringLiteral("   ")));
 }
 

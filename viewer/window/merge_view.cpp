@@ -2,10 +2,10 @@
 
 #include "viewer/core/output_file.h"
 #include "viewer/window/merge_blocks.h"
+#include "viewer/window/numbers.h"
 
 #include <QApplication>
 #include <QFileInfo>
-#include <QLocale>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -14,11 +14,6 @@ namespace
 
 /** A merge that is planned this soon is in the first picture. */
 constexpr std::chrono::milliseconds short_merge{6};
-
-QString number(std::size_t value)
-{
-    return QLocale().toString(static_cast<qulonglong>(value));
-}
 
 } // namespace
 
@@ -162,9 +157,9 @@ void MergeView::tell_state()
     if (conflicts == 0)
         on_status(tr("No conflicts: ready to save"));
     else if (resolved == conflicts)
-        on_status(tr("All conflicts resolved (%1): ready to save").arg(number(conflicts)));
+        on_status(tr("All conflicts resolved (%1): ready to save").arg(grouped(conflicts)));
     else
-        on_status(tr("%1 of %2 conflicts resolved").arg(number(resolved), number(conflicts)));
+        on_status(tr("%1 of %2 conflicts resolved").arg(grouped(resolved), grouped(conflicts)));
 }
 
 void MergeView::set_current(std::optional<std::size_t> region)

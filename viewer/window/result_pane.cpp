@@ -9,7 +9,6 @@ namespace
 {
 
 constexpr std::size_t rows_above = 3;
-constexpr int widest_in_cells = 400; // what scrolling across offers before a wider line is seen
 
 int as_int(std::size_t number)
 {
@@ -40,7 +39,8 @@ ResultPane::ResultPane(SharedStyle shared, QWidget* parent)
     text.installEventFilter(this);
     text.setAccessibleName(QCoreApplication::translate("ResultPane", "Result"));
     QObject::connect(&down, &QScrollBar::valueChanged, this, [this] { scroll(); });
-    QObject::connect(&across, &QScrollBar::valueChanged, this, [this] { scroll(); });
+    QObject::connect(&across, &QScrollBar::valueChanged, this,
+                     [this] { text.scroll_to(text.top_row(), across.value()); });
     overview.on_wanted = [this](std::size_t seen) {
         set_top(seen - std::min(seen, text.page_rows() / 2));
     };
@@ -63,6 +63,7 @@ ResultPane::ResultPane(SharedStyle shared, QWidget* parent)
 void ResultPane::set_style(SharedStyle shared)
 {
     style = std::move(shared);
+    widest = 0;
     text.set_style(style);
     overview.set_style(style);
     if (rows)
@@ -74,6 +75,7 @@ void ResultPane::show_result(MergeResult* merged)
 {
     result = merged;
     text.set_source(nullptr);
+    widest = 0;
     rows = merged != nullptr ? std::make_unique<ResultRows>(*merged) : nullptr;
     if (rows) {
         rows->set_style(style);
@@ -107,13 +109,6 @@ void ResultPane::update_ranges()
     const std::size_t page = text.page_rows();
     down.setRange(0, as_int(count - std::min(count, page)));
     down.setPageStep(as_int(page));
-    const int cell = static_cast<int>(style->metrics.cell());
-    const int room = static_cast<int>(text.text_width());
-    const bool scrolls = !style->options.wrap;
-    across.setRange(0, scrolls ? std::max({cell * widest_in_cells - room, across.value(), 0}) : 0);
-    across.setPageStep(room);
-    across.setSingleStep(cell * 4);
-    across.setVisible(scrolls);
     scroll();
 }
 
@@ -135,9 +130,26 @@ void ResultPane::update_marks()
     overview.set_marks(std::move(marks), rows ? rows->row_count() : 0);
 }
 
+/** Across, there is as much to scroll as the rows that are seen, and were seen, need. */
+void ResultPane::update_width()
+{
+    const int cell = static_cast<int>(style->metrics.cell());
+    const int room = static_cast<int>(text.text_width());
+    const auto top = static_cast<std::size_t>(down.value());
+    const std::size_t count = rows && !style->options.wrap ? rows->row_count() : 0;
+    for (std::size_t index = top; index < std::min(top + text.page_rows() + 1, count); ++index)
+        widest = std::max(widest, LineShape(rows->row(index).text, style->metrics).width());
+    const int most = static_cast<int>(widest) + 2 * cell - room;
+    across.setRange(0, style->options.wrap ? 0 : std::max(most, 0));
+    across.setPageStep(room);
+    across.setSingleStep(cell * 4);
+    across.setVisible(across.maximum() > 0);
+}
+
 void ResultPane::scroll()
 {
     const auto top = static_cast<std::size_t>(down.value());
+    update_width();
     text.scroll_to(top, across.value());
     overview.set_seen(top, text.page_rows());
     if (on_scrolled)
@@ -208,7 +220,6 @@ void ResultPane::reveal(TextPosition place)
     const int left = text.width() - static_cast<int>(text.text_width()) - text_inset;
     const int beyond = x < left ? x - left - margin : x - text.width() + margin;
     if (x < left || beyond > 0) {
-        across.setMaximum(std::max(across.maximum(), across.value() + beyond));
         across.setValue(across.value() + beyond);
     }
 }

@@ -53,6 +53,7 @@ class ResultPane : public QWidget
 
   private:
     void update_ranges();
+    void update_width();
     void update_marks();
     void scroll();
     void reveal(TextPosition place);
@@ -66,4 +67,5 @@ class ResultPane : public QWidget
     QScrollBar down;
     QScrollBar across;
     OverviewBar overview;
+    qreal widest = 0; // of the lines seen so far
 };

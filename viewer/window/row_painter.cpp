@@ -1,7 +1,8 @@
 #include "viewer/window/row_painter.h"
 
+#include "viewer/window/numbers.h"
+
 #include <QCoreApplication>
-#include <QLocale>
 #include <algorithm>
 
 namespace
@@ -69,8 +70,8 @@ void paint_fold(QPainter& painter, const PaintedRow& row, const RowLook& look,
 {
     const ViewerPalette& palette = style.palette;
     const int middle = look.area.center().y();
-    const QString text = QCoreApplication::translate("RowPainter", "Equal lines: %1")
-                             .arg(QLocale().toString(static_cast<qulonglong>(row.hidden)));
+    const QString text =
+        QCoreApplication::translate("RowPainter", "Equal lines: %1").arg(grouped(row.hidden));
     painter.fillRect(look.area, palette.gutter);
     painter.setPen(palette.separator);
     painter.drawLine(look.area.left(), middle, look.area.right(), middle);

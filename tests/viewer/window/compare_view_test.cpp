@@ -261,6 +261,21 @@ TEST_F(Compare, EmptyContributorsAreShown)
     EXPECT_EQ(status, "No differences");
 }
 
+TEST_F(Compare, TheNextDifferenceCanBeWantedBeforeItIsKnown)
+{
+    std::string text;
+    for (int line = 0; line < 200000; ++line)
+        text += std::to_string(line) + "\n";
+    show({text + "a\n", text + "b\n"});
+    view.reload();
+    ASSERT_TRUE(busy);
+
+    press(window, "F8");
+    wait();
+
+    EXPECT_EQ(status, "Difference 1 of 1");
+}
+
 TEST_F(Compare, ACancelledComparisonCanBeStartedAgain)
 {
     show({"a\n", "b\n"});
