@@ -28,6 +28,8 @@ class Compare : public WindowTest
     ~Compare() override { window.takeCentralWidget(); }
     Compare(const Compare&) = delete;
     Compare& operator=(const Compare&) = delete;
+    Compare(Compare&&) = delete;
+    Compare& operator=(Compare&&) = delete;
 
     void show(std::initializer_list<std::string_view> contents)
     {

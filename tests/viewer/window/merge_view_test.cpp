@@ -30,6 +30,8 @@ class Merge : public WindowTest
     ~Merge() override { window.takeCentralWidget(); }
     Merge(const Merge&) = delete;
     Merge& operator=(const Merge&) = delete;
+    Merge(Merge&&) = delete;
+    Merge& operator=(Merge&&) = delete;
 
     void show(std::initializer_list<std::string_view> contents)
     {

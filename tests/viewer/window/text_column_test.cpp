@@ -94,8 +94,8 @@ TEST_F(Column, DraggingSelects)
 
 TEST_F(Column, EveryPlaceCanBePainted)
 {
-    show(std::string("tab\there\0\x1b\nמזל טוב\n日本語\n\xf0\x9f\x98\x80\n", 52),
-         {.white_space = true});
+    using namespace std::string_view_literals; // for the NUL
+    show("tab\there\0\x1b\nמזל טוב\n日本語\n\U0001f600\n"sv, {.white_space = true});
     column.select_all();
     column.set_phrase("e", false);
 

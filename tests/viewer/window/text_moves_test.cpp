@@ -15,7 +15,10 @@ class Source : public RowSource
     std::size_t row_of(TextPosition place) const override { return place.line; }
     std::size_t line_count() const override { return lines.size(); }
     std::string_view line(std::size_t index) const override { return lines[index]; }
-    std::string text_between(TextPosition, TextPosition) const override { return {}; }
+    std::string text_between(TextPosition /*begin*/, TextPosition /*end*/) const override
+    {
+        return {};
+    }
 
   private:
     std::vector<std::string> lines;
