@@ -31,7 +31,7 @@ class CompareRows
 {
   public:
     /** Lays out anew. */
-    void show(Texts contributors, Comparison blocks);
+    void show(Texts contributors, Comparison compared);
     void set_style(SharedStyle shared);
     void set_look(LookOf look) { look_of = std::move(look); }
     BlockLook look(const Block& block, std::size_t contributor) const

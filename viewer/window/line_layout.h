@@ -30,7 +30,7 @@ struct LineRun {
 class LineShape
 {
   public:
-    LineShape(std::string_view line, const GlyphMetrics& metrics);
+    LineShape(std::string_view line, const GlyphMetrics& glyphs);
 
     /** With long runs of joining characters an estimate. */
     qreal width() const { return end.x; }

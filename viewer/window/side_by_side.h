@@ -51,7 +51,7 @@ class SideBySide : public QWidget
     void scroll_to_row(std::size_t row);
 
     /** Selects in one column, and shows it. */
-    void select_in(std::size_t column, TextPosition begin, TextPosition end);
+    void select_in(std::size_t index, TextPosition begin, TextPosition end);
 
     /** What is folded, wrapped or tinted has changed. */
     void lay_out_again();
@@ -81,7 +81,7 @@ class SideBySide : public QWidget
     void update_ranges();
     void update_wrapping();
     void scroll_columns();
-    void reveal(std::size_t column, TextPosition place);
+    void reveal(std::size_t index, TextPosition place);
     void measure_widths();
     std::size_t page_rows() const;
     void set_top(std::size_t seen);

@@ -24,7 +24,7 @@ class TextColumn : public QWidget
     void set_style(SharedStyle shared);
 
     /** The source must live as long as it is shown; null shows nothing. */
-    void set_source(const RowSource* rows);
+    void set_source(const RowSource* source);
     const RowSource* source() const { return rows; }
 
     /** The source's rows have changed. Keeps the caret where it can. */
@@ -57,7 +57,7 @@ class TextColumn : public QWidget
     void copy() const;
 
     /** What to mark wherever it is seen; empty for nothing. */
-    void set_phrase(const QString& phrase, bool match_case);
+    void set_phrase(const QString& wanted, bool match_case);
 
     /** Where a place is in the widget; for the input method and for accessibility. */
     QRect rectangle_of(TextPosition place) const;

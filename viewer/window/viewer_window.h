@@ -36,6 +36,8 @@ class ViewerWindow : public QMainWindow
     ~ViewerWindow() override;
     ViewerWindow(const ViewerWindow&) = delete;
     ViewerWindow& operator=(const ViewerWindow&) = delete;
+    ViewerWindow(ViewerWindow&&) = delete;
+    ViewerWindow& operator=(ViewerWindow&&) = delete;
 
     /** Does, without showing anything, what the first picture would have to wait for. */
     void warm_up();
