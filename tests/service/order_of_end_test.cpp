@@ -89,6 +89,7 @@ TEST_P(OrderOfEnd, ALauncherThatSawTheLockBeforeIsStillServed)
     late.environment["LD_PRELOAD"] = SHIM_LIBRARY;
     late.environment["SHIM_PROGRAM"] = "uquarndiffmrg";
     late.environment["SHIM_LOG"] = scratch / "shim.log";
+    late.environment["ASAN_OPTIONS"] += ":verify_asan_link_order=0";
     late.environment["SHIM_GATE"] = std::string("open@") + rendezvous_pipe + ":1:" + gate;
     Program program(late);
     program.start();

@@ -67,6 +67,7 @@ void ServiceProcess::shim(Invocation& run, const Environment& settings) const
     run.environment["LD_PRELOAD"] = SHIM_LIBRARY;
     run.environment["SHIM_PROGRAM"] = "tolm_service";
     run.environment["SHIM_LOG"] = scratch / "shim.log";
+    run.environment["ASAN_OPTIONS"] += ":verify_asan_link_order=0";
     for (const auto& [name, value] : settings)
         run.environment[name] = value;
 }

@@ -41,6 +41,15 @@ class Window : public WindowTest
         ASSERT_TRUE(QTest::qWaitFor([this] { return shown; }));
     }
 
+    /** Opens a merge, and waits until it can be worked on. */
+    void open_merge(std::initializer_list<std::string_view> contents)
+    {
+        open(contents, true);
+        auto* merge = dynamic_cast<MergeView*>(window.page());
+        ASSERT_NE(merge, nullptr);
+        ASSERT_TRUE(QTest::qWaitFor([merge] { return merge->merged() != nullptr; }));
+    }
+
     /** Presses a button of the question that is open. */
     void reply(QMessageBox::StandardButton button)
     {
@@ -106,7 +115,7 @@ TEST_F(Window, TheProblemIsShownWithItsPlace)
 
 TEST_F(Window, BeingAbandonedIsAFailureWithoutAQuestion)
 {
-    open({"1\n", "2\n"}, true);
+    open_merge({"1\n", "2\n"});
     dynamic_cast<MergeView&>(*window.page()).take(0);
 
     window.abandon();
@@ -118,7 +127,7 @@ TEST_F(Window, BeingAbandonedIsAFailureWithoutAQuestion)
 
 TEST_F(Window, AMergeClosedWithoutSavingIsAFailure)
 {
-    open({"1\n", "2\n"}, true);
+    open_merge({"1\n", "2\n"});
 
     window.close();
 
@@ -128,7 +137,7 @@ TEST_F(Window, AMergeClosedWithoutSavingIsAFailure)
 
 TEST_F(Window, AMergeThatIsSavedIsASuccessAndCloses)
 {
-    open({"1\n", "2\n"}, true);
+    open_merge({"1\n", "2\n"});
 
     press(window, "Ctrl+2");
     press(window, "Ctrl+S");
@@ -139,7 +148,7 @@ TEST_F(Window, AMergeThatIsSavedIsASuccessAndCloses)
 
 TEST_F(Window, WorkIsNotLostWithoutAQuestion)
 {
-    open({"1\n", "2\n"}, true);
+    open_merge({"1\n", "2\n"});
     press(window, "Ctrl+2");
 
     window.close();
@@ -157,7 +166,7 @@ TEST_F(Window, WorkIsNotLostWithoutAQuestion)
 
 TEST_F(Window, WorkCanBeDiscarded)
 {
-    open({"1\n", "2\n"}, true);
+    open_merge({"1\n", "2\n"});
     press(window, "Ctrl+2");
 
     window.close();
