@@ -54,8 +54,8 @@ class WindowProcess : public ServiceProcess
     void press(const std::string& keys) const
     {
         // Its status tells nothing: a window that is gone when the key is let go is an error to it.
-        xdotool({"search", "--sync", "--onlyvisible", "--class", "quarnview", "windowfocus",
-                 "--sync", "key", keys});
+        xdotool({"search", "--onlyvisible", "--class", "quarnview", "windowfocus", "--sync", "key",
+                 keys});
     }
 
     /** Presses keys, one after the other, again and again until the launcher ends: a merge takes

@@ -60,7 +60,8 @@ void TextPage::caret_moved()
 
 void TextPage::tell_place()
 {
-    const TextColumn& text = *texts()[active_text()];
+    const TextColumn* const active = texts()[active_text()];
+    const TextColumn& text = *active;
     if (text.source() == nullptr || text.source()->line_count() == 0)
         return;
     const TextPosition place = text.caret();
