@@ -16,7 +16,7 @@ OverviewBar::OverviewBar(SharedStyle shared, QWidget* parent)
     : QWidget(parent), style(std::move(shared))
 {
     setAttribute(Qt::WA_OpaquePaintEvent);
-    setFixedWidth(sizeHint().width());
+    setFixedWidth(OverviewBar::sizeHint().width());
     setAccessibleName(QCoreApplication::translate("OverviewBar", "Overview of all differences"));
 }
 
