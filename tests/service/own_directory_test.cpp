@@ -79,10 +79,12 @@ TEST_F(OwnDirectory, ARefusalByAServiceThatALauncherStartedGoesToTheSystemsLog)
 {
     fs::create_directory(scratch / "elsewhere");
     fs::create_directory_symlink(scratch / "elsewhere", scratch.user_directory());
-    Invocation run = service({programs + "tolm_service", "Kelvanport"});
+    // The shim is for the service only: setsid may be of another machine type.
+    Invocation run = service({"--wait", "/usr/bin/env", std::string("LD_PRELOAD=") + SHIM_LIBRARY,
+                              programs + "tolm_service", "Kelvanport"});
     run.path = "/usr/bin/setsid";
-    run.arguments.insert(run.arguments.begin(), "--wait");
     shim(run, {});
+    run.environment.erase("LD_PRELOAD");
 
     EXPECT_EQ(Program(run).run(), (Outcome{.exit_status = 1}));
 
