@@ -167,7 +167,10 @@ TEST_F(ServiceStart, ComesBeforeAGrammarErrorIsRejected)
 TEST_F(ServiceStart, HappensOnceForTwoLaunchersInTurn)
 {
     make_rendezvous(scratch);
-    const ScriptedService service(scratch, script::answer_yes + "close-rendezvous again");
+    // Closed before the first launcher can end: what the second announces must not be closed upon.
+    const ScriptedService service(scratch,
+                                  "listen close-rendezvous open-request open-response read "
+                                  "answer=<boolean>1</boolean> drain close again");
     Invocation cold = compare();
     service.add_to(cold.environment);
 
