@@ -1,7 +1,8 @@
 /*
  * The viewer's double: does what its display is named for. Before it ends, or at once when it is to
  * die, it leaves what its launcher must end with in the file "expected.<launcher>" beside the
- * per-user directory: "0" only where it has answered with success.
+ * per-user directory: "0" only where it has answered with success. The request is added to the file
+ * "requests" there.
  *
  *   :N               answers at once: failure when a contributor is named "bad", else success
  *   :window          shows a window; SIGUSR1 closes it (success), and so does the launcher's end
@@ -64,6 +65,7 @@ class Double
         response = ::open(response_path.c_str(), O_RDWR);
         die_at("open");
         const std::string document = read_request();
+        std::ofstream(variable("TMPDIR") + "/../requests", std::ios::app) << document;
         die_at("read");
         if (part == ":window")
             show_window();
