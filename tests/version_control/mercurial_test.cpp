@@ -48,6 +48,21 @@ TEST_F(Mercurial, AMergeThatIsWrittenIsResolved)
     EXPECT_EQ(file("the file"), "1\ntwo\n3\n4\n5\n6\n7\neight\n9\n");
 }
 
+// With the settings that docs/version_control.md shows.
+TEST_F(Mercurial, FilesInUtf16AreMergedWhereTheRepositorySaysSo)
+{
+    prepare("printf '[merge-tools]\\nuquarndiffmrg.args = -encoding utf-16le -out $output "
+            "-base $base $local $other\\nuquarndiffmrg.binary = True\\n"
+            "uquarndiffmrg.premerge = False\\n' > .hg/hgrc\n"
+            "printf 'a\\0\\n\\0b\\0\\n\\0c\\0\\n\\0' > f; hg add -q; hg commit -m base\n"
+            "printf 'A\\0\\n\\0b\\0\\n\\0c\\0\\n\\0' > f; hg commit -m other; hg update -q 0\n"
+            "printf 'a\\0\\n\\0b\\0\\n\\0C\\0\\n\\0' > f; hg commit -qm ours");
+
+    EXPECT_EQ(shell("hg merge").exit_status, 0);
+
+    EXPECT_EQ(file("f"), std::string("A\0\n\0b\0\n\0C\0\n\0", 12));
+}
+
 TEST_F(Mercurial, AnAbandonedMergeIsStillAConflictAndLosesNothing)
 {
     diverge("2");
