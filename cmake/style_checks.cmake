@@ -26,6 +26,7 @@ add_test(NAME style.cppcheck
 add_test(NAME style.shellcheck
   COMMAND ${SHELLCHECK} -x -P scripts scripts/bench scripts/common.sh scripts/coverage scripts/demo
           scripts/fuzz scripts/setup scripts/test .ci/run tests/prompt/press_key_in_window
+          packaging/completions/uquarndiffmrg.bash tests/completions/complete.bash
           packaging/git/difftool packaging/git/mergetool packaging/git/tool.sh
           packaging/subversion/diff packaging/subversion/merge
   WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
