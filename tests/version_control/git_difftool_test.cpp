@@ -1,6 +1,6 @@
 // git's difftool with the product's settings: real git, launcher and service; the viewer only
 // records what it is asked.
-#include "tests/version_control/version_control.h"
+#include "tests/service/shell_process.h"
 
 #include <gmock/gmock.h>
 
@@ -11,7 +11,7 @@ using testing::HasSubstr;
 using testing::MatchesRegex;
 using testing::Not;
 
-class GitDifftool : public VersionControl
+class GitDifftool : public ShellProcess
 {
   protected:
     GitDifftool()

@@ -1,7 +1,7 @@
 // git's mergetool with the product's settings: real git, launcher, service and viewer, without a
 // display. git merges what does not collide itself, unless a file is binary to it, as one in UTF-16
 // is, or has the attribute "-merge".
-#include "tests/version_control/version_control.h"
+#include "tests/service/shell_process.h"
 
 #include <gmock/gmock.h>
 
@@ -30,11 +30,11 @@ separate() { # FILE FILTER: changes that do not collide, through FILTER, and no 
 }
 )";
 
-class GitMergetool : public VersionControl
+class GitMergetool : public ShellProcess
 {
   protected:
     explicit GitMergetool(const std::string& tree = PRODUCT_TREE, const std::string& display = "")
-        : VersionControl(tree, display)
+        : ShellProcess(tree, display)
     {
         prepare("git config --global include.path " + programs +
                 "../share/quarnfold/git/config\n"

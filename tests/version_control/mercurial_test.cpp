@@ -1,5 +1,5 @@
 // Mercurial's merge tool and its extdiff with the product's settings.
-#include "tests/version_control/version_control.h"
+#include "tests/service/shell_process.h"
 
 #include <gmock/gmock.h>
 
@@ -8,12 +8,12 @@ namespace
 
 using testing::HasSubstr;
 
-class MercurialRequest : public VersionControl
+class MercurialRequest : public ShellProcess
 {
   protected:
     explicit MercurialRequest(const std::string& tree = SCRIPTED_VIEWER_TREE,
                               const std::string& display = ":0")
-        : VersionControl(tree, display)
+        : ShellProcess(tree, display)
     {
         set("HGUSER", "nobody");
         prepare("echo '%include " + programs +

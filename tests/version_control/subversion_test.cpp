@@ -1,5 +1,5 @@
 // Subversion's diff and merge commands with the product's tools.
-#include "tests/version_control/version_control.h"
+#include "tests/service/shell_process.h"
 
 #include <gmock/gmock.h>
 
@@ -9,12 +9,12 @@ namespace
 using testing::HasSubstr;
 using testing::Not;
 
-class SubversionRequest : public VersionControl
+class SubversionRequest : public ShellProcess
 {
   protected:
     explicit SubversionRequest(const std::string& tree = SCRIPTED_VIEWER_TREE,
                                const std::string& display = ":0")
-        : VersionControl(tree, display), tools(programs + "../share/quarnfold/subversion/")
+        : ShellProcess(tree, display), tools(programs + "../share/quarnfold/subversion/")
     {
         prepare("mkdir -p \"$HOME/.subversion\"; printf '[helpers]\\ndiff-cmd = " + tools +
                 "diff\\nmerge-tool-cmd = " + tools +

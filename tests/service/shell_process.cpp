@@ -1,4 +1,4 @@
-#include "tests/version_control/version_control.h"
+#include "tests/service/shell_process.h"
 
 #include "protocol/request_fragments.h"
 
@@ -6,7 +6,7 @@
 
 namespace fragments = request_fragments;
 
-VersionControl::VersionControl(const std::string& product_tree, std::string display)
+ShellProcess::ShellProcess(const std::string& product_tree, std::string display)
     : ServiceProcess(product_tree), run(invocation(scratch, "/bin/sh"))
 {
     std::filesystem::create_directory(scratch / "work");
@@ -20,30 +20,30 @@ VersionControl::VersionControl(const std::string& product_tree, std::string disp
     start_service();
 }
 
-void VersionControl::prepare(const std::string& commands) const
+void ShellProcess::prepare(const std::string& commands) const
 {
     const Outcome outcome = shell(commands);
     ASSERT_EQ(outcome.exit_status, 0) << outcome;
 }
 
-Outcome VersionControl::shell(const std::string& commands) const
+Outcome ShellProcess::shell(const std::string& commands) const
 {
     Invocation whole = run;
     whole.arguments = {"-e", "-c", commands};
     return Program(whole).run();
 }
 
-void VersionControl::set(const std::string& variable, const std::string& value)
+void ShellProcess::set(const std::string& variable, const std::string& value)
 {
     run.environment[variable] = value;
 }
 
-std::string VersionControl::file(const std::string& name) const
+std::string ShellProcess::file(const std::string& name) const
 {
     return file_contents(scratch / "work/" + name);
 }
 
-std::string VersionControl::requests() const
+std::string ShellProcess::requests() const
 {
     const std::string recorded = scratch / "requests";
     return std::filesystem::exists(recorded) ? file_contents(recorded) : "";

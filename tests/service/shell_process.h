@@ -1,5 +1,5 @@
 /*
- * The fixture of the tests in which another program runs the real launcher: a shell in an empty
+ * The fixture of the tests in which a shell, or what it runs, runs the real launcher: in an empty
  * folder "work", with nobody's settings, the product's programs on the PATH, and a service that
  * runs already. With the scripted viewer every window is closed or saved at once, and each request
  * is recorded; without a display the real viewer merges what does not collide.
@@ -10,11 +10,11 @@
 
 #include <string>
 
-class VersionControl : public ServiceProcess
+class ShellProcess : public ServiceProcess
 {
   protected:
-    explicit VersionControl(const std::string& product_tree = SCRIPTED_VIEWER_TREE,
-                            std::string display = ":0");
+    explicit ShellProcess(const std::string& product_tree = SCRIPTED_VIEWER_TREE,
+                          std::string display = ":0");
 
     /** Runs shell commands in "work" that must succeed and whose output does not matter. */
     void prepare(const std::string& commands) const;
