@@ -7,6 +7,7 @@
  *   :N               answers at once: failure when a contributor is named "bad", else success
  *   :window          shows a window; SIGUSR1 closes it (success), and so does the launcher's end
  *   :cannot-start    ends before it is ready
+ *   :starts-late     like :N, once it has read from the FIFO "gate" beside that directory
  *   :starts-at-third the first two end before they are ready; the others are like :N
  *   :dies-POINT      is killed at that point: given-paths, half-open, open, read, answering,
  *                    answered
@@ -81,6 +82,8 @@ class Double
         ::stat(count.c_str(), &entry);
         if (part == ":cannot-start" || (part == ":starts-at-third" && entry.st_size < 3))
             ::_exit(1);
+        if (part == ":starts-late")
+            std::ifstream(variable("TMPDIR") + "/../gate").get();
         tell("ready");
     }
 
