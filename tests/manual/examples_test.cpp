@@ -38,6 +38,15 @@ class Examples : public ShellProcess
         return shell(example);
     }
 
+    /** Runs all of a page's examples, none of which may say anything. */
+    void run_all(const std::string& page) const
+    {
+        for (const std::string& text : examples_of(page)) {
+            prepare("cp base.txt merged.txt"); // which a saved merge leaves
+            EXPECT_EQ(run(text), success) << text;
+        }
+    }
+
     /** What packaging/ adds to an installation, and a systemctl that notes its words and fails
        where one of them is the full path of no file. */
     void install() const
@@ -52,7 +61,8 @@ class Examples : public ShellProcess
     static std::string example(const std::string& page, const std::string& part)
     {
         Names found = examples_of(page);
-        std::erase_if(found, [&](const std::string& text) { return text.find(part) == text.npos; });
+        std::erase_if(
+            found, [&](const std::string& text) { return text.find(part) == std::string::npos; });
         EXPECT_THAT(found, SizeIs(1)) << part;
         return found.empty() ? "false" : found.front();
     }
@@ -61,14 +71,8 @@ class Examples : public ShellProcess
 TEST_F(Examples, OfTheLauncherSucceed)
 {
     install();
-    const Names examples = examples_of("uquarndiffmrg.1");
-    ASSERT_THAT(examples, SizeIs(11));
 
-    for (const std::string& text : examples) {
-        SCOPED_TRACE(text);
-        prepare("cp base.txt merged.txt"); // which a saved merge leaves
-        EXPECT_EQ(run(text), success);
-    }
+    run_all("uquarndiffmrg.1");
 
     EXPECT_EQ(count(requests(), "RequestHandler.Compare<"), 5U);
     EXPECT_EQ(count(requests(), "RequestHandler.CompareMerge<"), 4U);

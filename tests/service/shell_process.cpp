@@ -6,7 +6,7 @@
 
 namespace fragments = request_fragments;
 
-ShellProcess::ShellProcess(const std::string& product_tree, std::string display)
+ShellProcess::ShellProcess(const std::string& product_tree, const std::string& display)
     : ServiceProcess(product_tree), run(invocation(scratch, "/bin/sh"))
 {
     std::filesystem::create_directory(scratch / "work");
@@ -16,7 +16,7 @@ ShellProcess::ShellProcess(const std::string& product_tree, std::string display)
     set("HOME", scratch / "home");
     set("XDG_CONFIG_HOME", scratch / "home/.config");
     if (!display.empty())
-        set("DISPLAY", std::move(display));
+        set("DISPLAY", display);
     start_service();
 }
 

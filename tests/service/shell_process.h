@@ -14,7 +14,7 @@ class ShellProcess : public ServiceProcess
 {
   protected:
     explicit ShellProcess(const std::string& product_tree = SCRIPTED_VIEWER_TREE,
-                          std::string display = ":0");
+                          const std::string& display = ":0");
 
     /** Runs shell commands in "work" that must succeed and whose output does not matter. */
     void prepare(const std::string& commands) const;

@@ -1,6 +1,7 @@
 // Subversion's diff and merge commands with the product's tools.
 #include "tests/service/shell_process.h"
 
+#include <filesystem>
 #include <gmock/gmock.h>
 
 namespace
@@ -16,12 +17,13 @@ class SubversionRequest : public ShellProcess
                                const std::string& display = ":0")
         : ShellProcess(tree, display), tools(programs + "../share/quarnfold/subversion/")
     {
-        prepare("mkdir -p \"$HOME/.subversion\"; printf '[helpers]\\ndiff-cmd = " + tools +
-                "diff\\nmerge-tool-cmd = " + tools +
-                "merge\\n' > \"$HOME/.subversion/config\"\n"
-                "svnadmin create ../repository; svn checkout -q file://" +
-                scratch.path() + "/repository .\nsvn checkout -q file://" + scratch.path() +
-                "/repository ../other\n");
+        const std::string url = "file://" + scratch.path() + "/repository";
+        std::filesystem::create_directory(scratch / "home/.subversion");
+        scratch.write_file("home/.subversion/config", "[helpers]\ndiff-cmd = " + tools +
+                                                          "diff\nmerge-tool-cmd = " + tools +
+                                                          "merge\n");
+        prepare("svnadmin create ../repository; svn checkout -q " + url + " .; svn checkout -q " +
+                url + " ../other");
     }
 
     /** "the file" was changed here, and committed with other changes elsewhere. */
