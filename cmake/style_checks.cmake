@@ -26,6 +26,9 @@ add_test(NAME style.cppcheck
 file(GLOB scripts RELATIVE ${PROJECT_SOURCE_DIR} CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/scripts/*)
 add_test(NAME style.shellcheck
   COMMAND ${SHELLCHECK} -x -P scripts ${scripts} .ci/run tests/prompt/press_key_in_window
+          packaging/completions/uquarndiffmrg.bash tests/completions/complete.bash
+          packaging/git/difftool packaging/git/mergetool packaging/git/tool.sh
+          packaging/subversion/diff packaging/subversion/merge
   WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
 file(GLOB pages RELATIVE ${PROJECT_SOURCE_DIR} CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/docs/*.[1-8])
 add_test(NAME style.mandoc
