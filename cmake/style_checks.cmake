@@ -26,6 +26,8 @@ add_test(NAME style.cppcheck
 add_test(NAME style.shellcheck
   COMMAND ${SHELLCHECK} -x -P scripts scripts/bench scripts/common.sh scripts/coverage scripts/demo
           scripts/fuzz scripts/setup scripts/test .ci/run tests/prompt/press_key_in_window
+          tests/package/debian_root.sh tests/package/in_debian tests/package/run
+          packaging/debian/end_old_services.sh
   WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
 file(GLOB pages RELATIVE ${PROJECT_SOURCE_DIR} CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/docs/*.[1-8])
 add_test(NAME style.mandoc
