@@ -15,17 +15,20 @@ function(move_to_system folder system_folder)
   endif()
   file(COPY ${product}/${folder}/ DESTINATION ${stage}/usr/${system_folder})
   file(REMOVE_RECURSE ${product}/${folder})
+  cmake_path(GET folder PARENT_PATH parent)
+  execute_process(COMMAND rmdir --parents --ignore-fail-on-non-empty ${parent}
+    WORKING_DIRECTORY ${product} COMMAND_ERROR_IS_FATAL ANY)
 endfunction()
 
 function(compress)
   execute_process(COMMAND gzip --best --no-name ${ARGN} COMMAND_ERROR_IS_FATAL ANY)
 endfunction()
 
-foreach(folder IN ITEMS applications bash-completion doc fish man)
+foreach(folder IN ITEMS applications bash-completion fish man)
   move_to_system(share/${folder} share/${folder})
 endforeach()
 move_to_system(share/zsh/site-functions share/zsh/vendor-completions)
-file(REMOVE_RECURSE ${product}/share/zsh)
+move_to_system(share/doc/quarnfold share/doc/${CPACK_PACKAGE_NAME})
 
 # The programs find each other by where their real files are. Nobody calls the viewer but the service.
 file(MAKE_DIRECTORY ${stage}/usr/bin)
