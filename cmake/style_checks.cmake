@@ -29,6 +29,8 @@ add_test(NAME style.shellcheck
           packaging/completions/uquarndiffmrg.bash tests/completions/complete.bash
           packaging/git/difftool packaging/git/mergetool packaging/git/tool.sh
           packaging/subversion/diff packaging/subversion/merge
+          tests/package/debian_root.sh tests/package/in_debian tests/package/run
+          packaging/debian/end_old_services.sh
   WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
 file(GLOB pages RELATIVE ${PROJECT_SOURCE_DIR} CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/docs/*.[1-8])
 add_test(NAME style.mandoc
