@@ -7,6 +7,7 @@
 
 #include "viewer/core/merge_result.h"
 #include "viewer/window/background_job.h"
+#include "viewer/window/merge_scrolling.h"
 #include "viewer/window/result_pane.h"
 #include "viewer/window/text_page.h"
 
@@ -67,12 +68,11 @@ class MergeView : public TextPage
   private:
     void plan_again();
     void take_plan(MergePlan plan);
+    void show_result(std::unique_ptr<MergeResult> merged);
     void result_changed();
     void tell_state();
     void set_current(std::optional<std::size_t> region);
     BlockLook look(const Block& block, std::size_t contributor) const;
-    void follow_contributors();
-    void follow_result();
     void change_region(const std::function<void(std::size_t region)>& change);
     void set_ancestor(bool first_is_ancestor);
     std::optional<std::size_t> region_beside(bool forward) const;
@@ -88,11 +88,11 @@ class MergeView : public TextPage
     mode_t mode_mask = 0;
     bool has_ancestor = false;
     bool is_saved = false;
-    bool is_following = false; // one half scrolls since the other one did
     std::unique_ptr<MergeResult> result{};
     std::optional<std::size_t> current{}; // region
     QSplitter* halves; // owned by this: it outlives the columns, which it would delete
     ResultPane pane;
+    MergeScrolling scrolling;
     QAction* save_entry = nullptr;
     QAction* undo_entry = nullptr;
     QAction* redo_entry = nullptr;
