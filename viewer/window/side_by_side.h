@@ -7,8 +7,8 @@
 #include "viewer/window/compare_rows.h"
 #include "viewer/window/contributor_box.h"
 #include "viewer/window/overview_bar.h"
+#include "viewer/window/scroll_bars.h"
 
-#include <QScrollBar>
 #include <QSplitter>
 #include <QWidget>
 #include <functional>
@@ -84,15 +84,13 @@ class SideBySide : public QWidget
     void reveal(std::size_t index, TextPosition place);
     void measure_widths();
     std::size_t page_rows() const;
-    void set_top(std::size_t seen);
 
     SharedStyle style;
     CompareRows all{};
     std::vector<std::unique_ptr<CompareColumn>> sources{};
     std::vector<ContributorBox*> boxes{}; // owned by the splitter
     QSplitter splitter;
-    QScrollBar down;
-    QScrollBar across;
+    ScrollBars bars;
     OverviewBar overview;
     std::size_t active = 0;
     qreal widest = 0;
