@@ -15,6 +15,7 @@
 #include <QStatusBar>
 #include <QTimer>
 #include <QToolBar>
+#include <QWindow>
 #include <algorithm>
 #include <cmath>
 #include <utility>
@@ -132,11 +133,15 @@ void ViewerWindow::first_size()
 
 void ViewerWindow::warm_up()
 {
-    winId();
+    setWindowTitle(QStringLiteral("\u2013")); // loads what turns titles into the display's text
     compare->show_read(sample());
     compare->wait_a_little();
-    ensurePolished();
+    setAttribute(Qt::WA_DontShowOnScreen);
+    show();
+    windowHandle()->setCursor(Qt::ArrowCursor); // loads its picture
     grab();
+    hide();
+    setAttribute(Qt::WA_DontShowOnScreen, false);
     compare->show_read({});
 }
 

@@ -75,6 +75,16 @@ TEST_F(Window, IsHiddenUntilARequestComesAndTellsWhenItIsShown)
     EXPECT_EQ(answers, 0);
 }
 
+TEST_F(Window, IsReadyToBeSeenOnceItIsWarm)
+{
+    window.warm_up();
+
+    EXPECT_FALSE(window.testAttribute(Qt::WA_DontShowOnScreen));
+    for (const QWidget* part : window.findChildren<QWidget*>())
+        EXPECT_TRUE(part->isHidden() || part->testAttribute(Qt::WA_WState_Polished))
+            << part->metaObject()->className();
+}
+
 TEST_F(Window, TellsThatItIsShownOnceItsDifferencesAreKnown)
 {
     std::string first;
