@@ -24,11 +24,12 @@ make_bare_root() {
     [ ! -d "$bare" ] || return 0
     echo "Making a root of Debian $(release) (log: build/debian/debootstrap.log)"
     uri=$(debian_sources | awk -v release="$(release)" '$2 == release { print $1; exit }')
-    rm -rf "$bare.new"
+    rm -rf --one-file-system "$bare.new"
     debootstrap --variant=minbase "$(release)" "$bare.new" "$uri" >"$log" 2>&1 || {
         tail -n 20 "$log" >&2
         die "debootstrap fails; the whole output is in build/debian/debootstrap.log"
     }
+    rm "$bare.new"/var/cache/apt/archives/*.deb
     mv "$bare.new" "$bare"
 }
 
@@ -48,7 +49,7 @@ make_prepared_root() {
     [ ! -d "$prepared" ] || [ "$(cat "$prepared.depends")" != "$depends" ] || return 0
     make_bare_root
     echo "Adding to it what the package depends on (log: build/debian/prepare.log)"
-    rm -rf "$prepared" "$prepared.new"
+    rm -rf --one-file-system "$prepared" "$prepared.new"
     cp -a --reflink=auto "$bare" "$prepared.new"
     {
         download "$depends" "$prepared.new" &&
@@ -65,5 +66,5 @@ make_prepared_root() {
 }
 
 make_root() {
-    rm -rf "$debian" && cp -a --reflink=auto "$prepared" "$debian"
+    rm -rf --one-file-system "$debian" && cp -a --reflink=auto "$prepared" "$debian"
 }
