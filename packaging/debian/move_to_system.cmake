@@ -30,7 +30,7 @@ endforeach()
 move_to_system(share/zsh/site-functions share/zsh/vendor-completions)
 move_to_system(share/doc/quarnfold share/doc/${CPACK_PACKAGE_NAME})
 
-# The programs find each other by where their real files are. Nobody calls the viewer but the service.
+# The programs find each other by where their real files are. The viewer is the service's alone.
 file(MAKE_DIRECTORY ${stage}/usr/bin)
 file(GLOB programs RELATIVE ${product}/bin ${product}/bin/*)
 list(REMOVE_ITEM programs quarnview)
