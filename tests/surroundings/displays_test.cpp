@@ -73,9 +73,10 @@ class Displays : public ServiceProcess
         return run;
     }
 
-    /** Presses a key until the launcher ends. */
+    /** Waits for the display's window, and presses a key until the launcher ends. */
     Outcome close_window(Program& compare, const std::string& display) const
     {
+        EXPECT_TRUE(tells(display, "windows open: 1"));
         Invocation key = invocation(scratch, "/usr/bin/xdotool",
                                     {"search", "--onlyvisible", "--class", "quarnview",
                                      "windowfocus", "--sync", "key", "ctrl+w"});
