@@ -31,8 +31,10 @@ class SmallDisk : public ServiceProcess
     }
 };
 
+// Until it serves: a launcher that comes before starts another one.
 const std::string serve = "mkdir -m 700 \"$TMPDIR/$(id -un).uquarndiffmrg\"\n"
-                          "tolm_service /nowhere\n";
+                          "tolm_service /nowhere\n"
+                          "until tolm_service --status | grep -q requests; do :; done\n";
 const std::string fill = "head -c 100k /dev/zero > disk/fill 2>/dev/null || :\n";
 const std::string fill_names =
     "for name in $(seq 50); do touch disk/$name 2>/dev/null || break; done\n";
