@@ -50,3 +50,15 @@ inline bool begins_character(char byte)
 {
     return (static_cast<unsigned char>(byte) & 0xc0U) != 0x80U;
 }
+
+/** Whether each character is one cell of a monospaced font. */
+inline bool is_printable_ascii(std::string_view text)
+{
+    unsigned char out_of_range = 0; // no early end: the loop over bytes is vectorised
+    for (const char character : text) {
+        const auto byte = static_cast<unsigned char>(character);
+        out_of_range |=
+            static_cast<unsigned char>(byte < 0x20U) | static_cast<unsigned char>(byte > 0x7eU);
+    }
+    return out_of_range == 0;
+}

@@ -55,6 +55,21 @@ void CompareRows::set_wrap_widths(std::vector<qreal> widths)
         lay_out();
 }
 
+std::optional<std::size_t> CompareRows::next_difference(std::size_t top_row) const
+{
+    if (current)
+        return blocks.next_difference(blocks.difference(*current).first_row);
+    if (blocks.row_count() == 0)
+        return std::nullopt;
+    const auto here = blocks.difference_at(top_row);
+    return here ? here : blocks.next_difference(top_row);
+}
+
+std::optional<std::size_t> CompareRows::previous_difference(std::size_t top_row) const
+{
+    return blocks.previous_difference(current ? blocks.difference(*current).first_row : top_row);
+}
+
 void CompareRows::open_fold(std::size_t seen)
 {
     opened.insert(blocks.block_at(rows.at(seen).row).first_row);

@@ -45,6 +45,11 @@ class CompareRows
     void set_current(std::optional<std::size_t> difference) { current = difference; }
     std::optional<std::size_t> current_difference() const { return current; }
 
+    /** The difference behind, or before, the one at hand, or else what is seen first with this row
+        of the comparison at the top. */
+    std::optional<std::size_t> next_difference(std::size_t top_row) const;
+    std::optional<std::size_t> previous_difference(std::size_t top_row) const;
+
     /** Shows what a fold hides. */
     void open_fold(std::size_t seen);
 

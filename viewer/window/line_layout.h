@@ -1,30 +1,15 @@
 /*
- * One line's characters placed side by side, and drawn. Only the part that is asked for is laid
- * out, a chunk at a time, so that a line of megabytes costs no more than a short one once its
- * chunks are known. Positions are bytes of the line; x is measured from the line's beginning.
+ * One line's characters placed side by side. Only the part that is asked for is laid out, a
+ * chunk at a time, so that a line of megabytes costs no more than a short one once its chunks are
+ * known. Positions are bytes of the line; x is measured from the line's beginning.
  */
 #pragma once
 
-#include "viewer/core/changed_words.h"
-#include "viewer/window/glyph_metrics.h"
+#include "viewer/window/line_run.h"
 
-#include <QColor>
-#include <QPainter>
-#include <QRectF>
-#include <QTextLayout>
-#include <memory>
 #include <string_view>
+#include <utility>
 #include <vector>
-
-/** A stretch of a line that is drawn in one piece. */
-struct LineRun {
-    GlyphKind kind = GlyphKind::plain;
-    Span bytes{};
-    qreal x = 0;
-    qreal width = 0;
-    QString text{};                             // of a tab nothing
-    std::shared_ptr<const QTextLayout> shape{}; // for shaped
-};
 
 /** Where the chunks of a line begin. */
 class LineShape
@@ -65,17 +50,3 @@ class LineShape
     std::vector<Place> chunks{};
     Place end{};
 };
-
-/** Colours for drawing. */
-struct LineColours {
-    QColor text;
-    QColor faint;
-    bool show_white_space = false;
-};
-
-/** Draws runs with the line's top left corner at `origin`. */
-void draw_runs(QPainter& painter, const std::vector<LineRun>& runs, QPointF origin,
-               const GlyphMetrics& metrics, const LineColours& colours);
-
-/** The first bytes of the parts into which a line is broken to fit a width: 0 and perhaps more. */
-std::vector<std::size_t> wrap_line(std::string_view line, qreal width, const GlyphMetrics& metrics);

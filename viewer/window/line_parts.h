@@ -4,7 +4,7 @@
  */
 #pragma once
 
-#include "viewer/window/line_layout.h"
+#include "viewer/window/line_wrapping.h"
 
 #include <map>
 #include <memory>

@@ -1,5 +1,7 @@
 #include "viewer/window/merge_blocks.h"
 
+#include <algorithm>
+
 namespace
 {
 
@@ -50,4 +52,20 @@ Comparison blocks_of(const MergePlan& plan, const Texts& contributors)
 std::size_t region_of(const Comparison& blocks, const Block& block)
 {
     return static_cast<std::size_t>(&block - blocks.blocks().data());
+}
+
+BlockLook merge_look(const MergeResult& result, std::size_t region, const Block& block,
+                     std::size_t contributor)
+{
+    BlockLook look = compare_look(block, contributor);
+    if (look.tint == Tint::none)
+        return look;
+    const RegionChoice choice = result.choice(region);
+    if (result.plan().regions[region].kind == RegionKind::conflict)
+        look.tint = choice.resolved ? Tint::resolved : Tint::conflict;
+    constexpr char16_t tick = 0x2713;
+    if (choice.resolved &&
+        std::ranges::find(choice.contributors, contributor) != choice.contributors.end())
+        look.sign = QChar(tick);
+    return look;
 }

@@ -21,6 +21,7 @@ MergeView::MergeView(SharedStyle shared, QWidget* parent)
     : TextPage(std::move(shared), parent),
       halves(new QSplitter(Qt::Vertical, this)),
       pane(style),
+      scrolling(side, pane),
       job([this](MergePlan plan) { take_plan(std::move(plan)); })
 {
     auto* layout = new QVBoxLayout(this);
@@ -35,8 +36,8 @@ MergeView::MergeView(SharedStyle shared, QWidget* parent)
     halves->setSizes({10000, 10000});
     side.rows().set_look(
         [this](const Block& block, std::size_t contributor) { return look(block, contributor); });
-    side.on_scrolled = [this] { follow_contributors(); };
-    pane.on_scrolled = [this] { follow_result(); };
+    side.on_scrolled = [this] { scrolling.follow_contributors(); };
+    pane.on_scrolled = [this] { scrolling.follow_result(); };
     pane.on_edited = [this] { result_changed(); };
     pane.on_caret_moved = [this] { caret_moved(); };
     pane.on_zoom = side.on_zoom;
@@ -48,25 +49,30 @@ MergeView::MergeView(SharedStyle shared, QWidget* parent)
     };
 }
 
-void MergeView::show_merge(Contributors all, std::string output, mode_t file_mode_mask)
+void MergeView::prepare_merge(Contributors unread, std::string output, mode_t file_mode_mask)
 {
     output_path = std::move(output);
     mode_mask = file_mode_mask;
-    has_ancestor = all.size() > 2;
-    const QString path = QString::fromLocal8Bit(output_path.c_str());
-    pane.header().show_contributor(tr("Result: %1").arg(QFileInfo(path).fileName()), path,
-                                   all.empty() ? QString() : all.front().facts.section("  ", 0, 0));
-    show_read(std::move(all));
+    has_ancestor = unread.size() > 2;
+    announce(std::move(unread));
+    name_columns();
+    name_result();
 }
 
 void MergeView::show_read(Contributors all)
 {
     contributors = std::move(all);
+    is_read = true;
+    name_result();
     strip.clear();
     side.show_contributors(contributors);
     name_columns();
     mark_phrase();
     plan_again();
+}
+
+void MergeView::wait_a_little()
+{
     job.wait(short_merge);
 }
 
@@ -84,11 +90,20 @@ void MergeView::name_columns()
         side.name_column(index, numbered_name(index), contributors[index]);
 }
 
+void MergeView::name_result()
+{
+    const QString path = QString::fromLocal8Bit(output_path.c_str());
+    const QString facts = contributors.empty() ? QString() : contributors.front().facts;
+    pane.header().show_contributor(tr("Result: %1").arg(QFileInfo(path).fileName()), path,
+                                   facts.section("  ", 0, 0));
+}
+
 void MergeView::plan_again()
 {
+    if (!is_read)
+        return;
     job.cancel();
-    pane.show_result(nullptr);
-    result.reset();
+    show_result(nullptr);
     current.reset();
     pane.setVisible(all_shown(contributors));
     if (!all_shown(contributors)) {
@@ -115,8 +130,7 @@ void MergeView::take_plan(MergePlan plan)
 {
     const Texts texts = texts_of(contributors);
     Comparison blocks = blocks_of(plan, texts);
-    result = std::make_unique<MergeResult>(texts, std::move(plan));
-    pane.show_result(result.get());
+    show_result(std::make_unique<MergeResult>(texts, std::move(plan)));
     side.show_comparison(std::move(blocks));
     on_busy(false);
     if (const auto conflict = first_unresolved())
@@ -124,20 +138,18 @@ void MergeView::take_plan(MergePlan plan)
     result_changed();
 }
 
+void MergeView::show_result(std::unique_ptr<MergeResult> merged)
+{
+    scrolling.set_result(merged.get());
+    pane.show_result(merged.get());
+    result = std::move(merged);
+}
+
 BlockLook MergeView::look(const Block& block, std::size_t contributor) const
 {
-    BlockLook look = compare_look(block, contributor);
-    if (!result || look.tint == Tint::none)
-        return look;
-    const std::size_t region = region_of(side.rows().comparison(), block);
-    const RegionChoice choice = result->choice(region);
-    if (result->plan().regions[region].kind == RegionKind::conflict)
-        look.tint = choice.resolved ? Tint::resolved : Tint::conflict;
-    constexpr char16_t tick = 0x2713;
-    if (choice.resolved &&
-        std::ranges::find(choice.contributors, contributor) != choice.contributors.end())
-        look.sign = QChar(tick);
-    return look;
+    if (!result)
+        return compare_look(block, contributor);
+    return merge_look(*result, region_of(side.rows().comparison(), block), block, contributor);
 }
 
 void MergeView::result_changed()
@@ -160,126 +172,6 @@ void MergeView::tell_state()
         on_status(tr("All conflicts resolved (%1): ready to save").arg(grouped(conflicts)));
     else
         on_status(tr("%1 of %2 conflicts resolved").arg(grouped(resolved), grouped(conflicts)));
-}
-
-void MergeView::set_current(std::optional<std::size_t> region)
-{
-    current = region;
-    const Comparison& blocks = side.rows().comparison();
-    const bool differs = region && blocks.blocks()[*region].kind == BlockKind::different;
-    side.rows().set_current(differs ? blocks.difference_at(blocks.blocks()[*region].first_row)
-                                    : std::nullopt);
-    pane.set_current(differs ? region : std::nullopt);
-    side.update_columns();
-    update_entries();
-}
-
-void MergeView::go_to_region(std::size_t region)
-{
-    is_following = true;
-    const Comparison& blocks = side.rows().comparison();
-    if (const auto difference = blocks.difference_at(blocks.blocks()[region].first_row))
-        side.go_to_difference(*difference);
-    pane.go_to_region(region);
-    is_following = false;
-    set_current(region);
-}
-
-/** The next region that is not unchanged. */
-std::optional<std::size_t> MergeView::region_beside(bool forward) const
-{
-    const auto difference = forward ? side.next_difference() : side.previous_difference();
-    if (!difference)
-        return std::nullopt;
-    const Comparison& blocks = side.rows().comparison();
-    return region_of(blocks, blocks.difference(*difference));
-}
-
-void MergeView::go_to_next()
-{
-    if (const auto region = region_beside(true); region && result)
-        go_to_region(*region);
-}
-
-void MergeView::go_to_previous()
-{
-    if (const auto region = region_beside(false); region && result)
-        go_to_region(*region);
-}
-
-std::optional<std::size_t> MergeView::first_unresolved() const
-{
-    if (result->row_count() > 0 && result->row(0).origin == RowOrigin::unresolved)
-        return result->region_at(0);
-    return result->next_unresolved(0);
-}
-
-void MergeView::go_to_next_unresolved()
-{
-    if (!result || result->is_resolved())
-        return;
-    const auto next = result->next_unresolved(pane.editor().caret().line);
-    go_to_region(next ? *next : *first_unresolved()); // behind the last comes the first
-}
-
-void MergeView::go_to_previous_unresolved()
-{
-    if (!result)
-        return;
-    if (const auto region = result->previous_unresolved(pane.editor().caret().line))
-        go_to_region(*region);
-}
-
-void MergeView::change_region(const std::function<void(std::size_t region)>& change)
-{
-    if (!result || !current || result->plan().regions[*current].kind == RegionKind::unchanged)
-        return;
-    change(*current);
-    pane.result_changed();
-    result_changed();
-    pane.go_to_region(*current);
-}
-
-void MergeView::take(std::size_t contributor)
-{
-    if (contributor < contributors.size())
-        change_region([&](std::size_t region) { result->choose(region, {contributor}); });
-}
-
-void MergeView::take_also(std::size_t contributor)
-{
-    if (contributor < contributors.size())
-        change_region([&](std::size_t region) { result->choose_also(region, contributor); });
-}
-
-void MergeView::take_none()
-{
-    change_region([&](std::size_t region) { result->choose(region, {}); });
-}
-
-void MergeView::put_back()
-{
-    change_region([&](std::size_t region) { result->put_back(region); });
-}
-
-void MergeView::undo()
-{
-    if (!result || !result->can_undo())
-        return;
-    const std::size_t row = result->undo();
-    pane.result_changed();
-    pane.select({row, 0}, {row, 0});
-    result_changed();
-}
-
-void MergeView::redo()
-{
-    if (!result || !result->can_redo())
-        return;
-    const std::size_t row = result->redo();
-    pane.result_changed();
-    pane.select({row, 0}, {row, 0});
-    result_changed();
 }
 
 void MergeView::set_ancestor(bool first_is_ancestor)
@@ -308,31 +200,6 @@ void MergeView::save()
     on_close_wanted();
 }
 
-void MergeView::follow_contributors()
-{
-    const Comparison& blocks = side.rows().comparison();
-    if (is_following || !result || blocks.row_count() == 0 || side.top_row() >= blocks.row_count())
-        return;
-    is_following = true;
-    const Block& block = blocks.block_at(side.top_row());
-    const LineRange range = result->rows_of(region_of(blocks, block));
-    pane.go_to_row(range.begin + std::min(side.top_row() - block.first_row, range.size()));
-    is_following = false;
-}
-
-void MergeView::follow_result()
-{
-    const Comparison& blocks = side.rows().comparison();
-    if (is_following || !result || blocks.row_count() == 0 || result->row_count() == 0)
-        return;
-    is_following = true;
-    const std::size_t region = result->region_at(pane.top_row());
-    const Block& block = blocks.blocks()[region];
-    const std::size_t down = pane.top_row() - result->rows_of(region).begin;
-    side.scroll_to_row(block.first_row + std::min(down, block.row_count - 1));
-    is_following = false;
-}
-
 std::vector<TextColumn*> MergeView::texts()
 {
     auto all = TextPage::texts();
@@ -353,23 +220,6 @@ void MergeView::select_in(std::size_t text, TextPosition begin, TextPosition end
     else
         pane.select(begin, end);
     texts()[text]->setFocus();
-}
-
-void MergeView::caret_moved()
-{
-    TextPage::caret_moved();
-    if (!result)
-        return;
-    const std::size_t text = active_text();
-    if (text == side.column_count()) {
-        set_current(pane.region_at_caret());
-        return;
-    }
-    if (contributors[text].text->line_count() == 0)
-        return;
-    const Comparison& blocks = side.rows().comparison();
-    const std::size_t row = blocks.row_of(text, side.column(text).caret().line);
-    set_current(region_of(blocks, blocks.block_at(row)));
 }
 
 void MergeView::set_style(SharedStyle shared)

@@ -7,6 +7,7 @@
 
 #include "viewer/core/merge_result.h"
 #include "viewer/window/background_job.h"
+#include "viewer/window/merge_scrolling.h"
 #include "viewer/window/result_pane.h"
 #include "viewer/window/text_page.h"
 
@@ -23,13 +24,15 @@ class MergeView : public TextPage
   public:
     explicit MergeView(SharedStyle shared, QWidget* parent = nullptr);
 
-    /** The result goes to `output`; a new file gets the mode 0666 without the bits of
-        `file_mode_mask`. */
-    void show_merge(Contributors all, std::string output, mode_t file_mode_mask);
+    /** To be called first. The result goes to `output`; a new file gets the mode 0666 without the
+        bits of `file_mode_mask`. */
+    void prepare_merge(Contributors unread, std::string output, mode_t file_mode_mask);
 
     void set_style(SharedStyle shared) override;
     void add_menus(QMenuBar& menus, QToolBar& tools) override;
     void cancel() override;
+    void show_read(Contributors all) override;
+    void wait_a_little() override;
     bool succeeds() const override { return is_saved; }
     bool has_unsaved_work() const override { return result && result->has_unsaved_work(); }
     bool can_save() const override;
@@ -57,7 +60,6 @@ class MergeView : public TextPage
     void redo();
 
   protected:
-    void show_read(Contributors all) override;
     std::vector<TextColumn*> texts() override;
     std::size_t active_text() const override;
     void select_in(std::size_t text, TextPosition begin, TextPosition end) override;
@@ -67,17 +69,17 @@ class MergeView : public TextPage
   private:
     void plan_again();
     void take_plan(MergePlan plan);
+    void show_result(std::unique_ptr<MergeResult> merged);
     void result_changed();
     void tell_state();
     void set_current(std::optional<std::size_t> region);
     BlockLook look(const Block& block, std::size_t contributor) const;
-    void follow_contributors();
-    void follow_result();
     void change_region(const std::function<void(std::size_t region)>& change);
     void set_ancestor(bool first_is_ancestor);
     std::optional<std::size_t> region_beside(bool forward) const;
     std::optional<std::size_t> first_unresolved() const;
     void name_columns();
+    void name_result();
     void fill_difference_menu(QMenu& menu, QToolBar& tools);
     void fill_merge_menu(QMenu& menu, QToolBar& tools);
     void fill_take_entries(QMenu& menu, QToolBar& tools);
@@ -88,11 +90,11 @@ class MergeView : public TextPage
     mode_t mode_mask = 0;
     bool has_ancestor = false;
     bool is_saved = false;
-    bool is_following = false; // one half scrolls since the other one did
     std::unique_ptr<MergeResult> result{};
     std::optional<std::size_t> current{}; // region
     QSplitter* halves; // owned by this: it outlives the columns, which it would delete
     ResultPane pane;
+    MergeScrolling scrolling;
     QAction* save_entry = nullptr;
     QAction* undo_entry = nullptr;
     QAction* redo_entry = nullptr;

@@ -10,12 +10,6 @@ namespace
 
 constexpr std::size_t rows_above = 3;
 
-int as_int(std::size_t number)
-{
-    constexpr std::size_t most = 0x7fffff00;
-    return static_cast<int>(std::min(number, most));
-}
-
 } // namespace
 
 ResultPane::ResultPane(SharedStyle shared, QWidget* parent)
@@ -23,8 +17,7 @@ ResultPane::ResultPane(SharedStyle shared, QWidget* parent)
       style(std::move(shared)),
       title(this),
       text(style, this),
-      down(Qt::Vertical, this),
-      across(Qt::Horizontal, this),
+      bars(this),
       overview(style, this)
 {
     auto* layout = new QGridLayout(this);
@@ -32,22 +25,19 @@ ResultPane::ResultPane(SharedStyle shared, QWidget* parent)
     layout->setSpacing(0);
     layout->addWidget(&title, 0, 0, 1, 3);
     layout->addWidget(&text, 1, 0);
-    layout->addWidget(&down, 1, 1);
+    layout->addWidget(&bars.down(), 1, 1);
     layout->addWidget(&overview, 1, 2);
-    layout->addWidget(&across, 2, 0);
+    layout->addWidget(&bars.across(), 2, 0);
     layout->setRowStretch(1, 1);
     text.installEventFilter(this);
     text.setAccessibleName(QCoreApplication::translate("ResultPane", "Result"));
-    QObject::connect(&down, &QScrollBar::valueChanged, this, [this] { scroll(); });
-    QObject::connect(&across, &QScrollBar::valueChanged, this,
-                     [this] { text.scroll_to(text.top_row(), across.value()); });
+    QObject::connect(&bars.down(), &QScrollBar::valueChanged, this, [this] { scroll(); });
+    QObject::connect(&bars.across(), &QScrollBar::valueChanged, this,
+                     [this] { text.scroll_to(text.top_row(), bars.left()); });
     overview.on_wanted = [this](std::size_t seen) {
-        set_top(seen - std::min(seen, text.page_rows() / 2));
+        bars.set_top(seen - std::min(seen, text.page_rows() / 2));
     };
-    text.on_wheel = [this](int moved_rows, int pixels) {
-        down.setValue(down.value() + moved_rows);
-        across.setValue(across.value() + pixels);
-    };
+    text.on_wheel = [this](int moved_rows, int pixels) { bars.move_by(moved_rows, pixels); };
     text.on_edited = [this] {
         result_changed();
         on_edited();
@@ -84,7 +74,7 @@ void ResultPane::show_result(MergeResult* merged)
     text.edit(merged);
     text.set_source(rows.get());
     result_changed();
-    set_top(0);
+    bars.set_top(0);
 }
 
 void ResultPane::result_changed()
@@ -105,10 +95,7 @@ void ResultPane::set_current(std::optional<std::size_t> region)
 
 void ResultPane::update_ranges()
 {
-    const std::size_t count = rows ? rows->row_count() : 0;
-    const std::size_t page = text.page_rows();
-    down.setRange(0, as_int(count - std::min(count, page)));
-    down.setPageStep(as_int(page));
+    bars.set_rows(rows ? rows->row_count() : 0, text.page_rows());
     scroll();
 }
 
@@ -133,40 +120,28 @@ void ResultPane::update_marks()
 /** Across, there is as much to scroll as the rows that are seen, and were seen, need. */
 void ResultPane::update_width()
 {
-    const int cell = static_cast<int>(style->metrics.cell());
-    const int room = static_cast<int>(text.text_width());
-    const auto top = static_cast<std::size_t>(down.value());
     const std::size_t count = rows && !style->options.wrap ? rows->row_count() : 0;
-    for (std::size_t index = top; index < std::min(top + text.page_rows() + 1, count); ++index)
+    const std::size_t behind = std::min(bars.top() + text.page_rows() + 1, count);
+    for (std::size_t index = bars.top(); index < behind; ++index)
         widest = std::max(widest, LineShape(rows->row(index).text, style->metrics).width());
-    const int most = static_cast<int>(widest) + 2 * cell - room;
-    across.setRange(0, style->options.wrap ? 0 : std::max(most, 0));
-    across.setPageStep(room);
-    across.setSingleStep(cell * 4);
-    across.setVisible(across.maximum() > 0);
+    bars.set_width(widest, text, *style);
 }
 
 void ResultPane::scroll()
 {
-    const auto top = static_cast<std::size_t>(down.value());
+    const std::size_t top = bars.top();
     update_width();
-    text.scroll_to(top, across.value());
+    text.scroll_to(top, bars.left());
     overview.set_seen(top, text.page_rows());
     if (on_scrolled)
         on_scrolled();
-}
-
-void ResultPane::set_top(std::size_t seen)
-{
-    down.setValue(as_int(seen));
 }
 
 std::size_t ResultPane::top_row() const
 {
     if (!rows || rows->row_count() == 0)
         return 0;
-    const auto top = static_cast<std::size_t>(down.value());
-    return rows->map().at(std::min(top, rows->row_count() - 1)).row;
+    return rows->map().at(std::min(bars.top(), rows->row_count() - 1)).row;
 }
 
 std::optional<std::size_t> ResultPane::region_at_caret() const
@@ -179,7 +154,7 @@ std::optional<std::size_t> ResultPane::region_at_caret() const
 void ResultPane::go_to_row(std::size_t row)
 {
     if (rows && row < rows->line_count())
-        set_top(rows->row_of({row, 0}));
+        bars.set_top(rows->row_of({row, 0}));
 }
 
 void ResultPane::go_to_region(std::size_t region)
@@ -192,9 +167,9 @@ void ResultPane::go_to_region(std::size_t region)
     text.rows_changed(); // a region without rows may be behind the last one
     set_current(region);
     const std::size_t seen = rows->row_of(begin);
-    const auto top = static_cast<std::size_t>(down.value());
+    const std::size_t top = bars.top();
     if (seen < top + 1 || seen + range.size() >= top + text.page_rows())
-        set_top(seen - std::min(seen, rows_above));
+        bars.set_top(seen - std::min(seen, rows_above));
 }
 
 void ResultPane::select(TextPosition begin, TextPosition end)
@@ -209,19 +184,13 @@ void ResultPane::reveal(TextPosition place)
     if (!rows || rows->row_count() == 0)
         return;
     const std::size_t seen = rows->row_of(place);
-    const auto top = static_cast<std::size_t>(down.value());
+    const std::size_t top = bars.top();
     const std::size_t page = text.page_rows();
     if (seen < top)
-        set_top(seen);
+        bars.set_top(seen);
     else if (seen >= top + page)
-        set_top(seen - page + 1);
-    const int x = text.rectangle_of(place).x();
-    const int margin = static_cast<int>(style->metrics.cell() * 4);
-    const int left = text.width() - static_cast<int>(text.text_width()) - text_inset;
-    const int beyond = x < left ? x - left - margin : x - text.width() + margin;
-    if (x < left || beyond > 0) {
-        across.setValue(across.value() + beyond);
-    }
+        bars.set_top(seen - page + 1);
+    bars.reveal_across(text, place, style->metrics);
 }
 
 bool ResultPane::eventFilter(QObject* watched, QEvent* event)

@@ -8,8 +8,8 @@
 #include "viewer/window/overview_bar.h"
 #include "viewer/window/result_editor.h"
 #include "viewer/window/result_rows.h"
+#include "viewer/window/scroll_bars.h"
 
-#include <QScrollBar>
 #include <QWidget>
 #include <functional>
 #include <memory>
@@ -57,15 +57,13 @@ class ResultPane : public QWidget
     void update_marks();
     void scroll();
     void reveal(TextPosition place);
-    void set_top(std::size_t seen);
 
     SharedStyle style;
     MergeResult* result = nullptr;
     std::unique_ptr<ResultRows> rows{};
     ColumnHeader title;
     ResultEditor text;
-    QScrollBar down;
-    QScrollBar across;
+    ScrollBars bars;
     OverviewBar overview;
     qreal widest = 0; // of the lines seen so far
 };

@@ -1,6 +1,7 @@
 #include "viewer/window/row_painter.h"
 
 #include "viewer/window/numbers.h"
+#include "viewer/window/run_painter.h"
 
 #include <QCoreApplication>
 #include <algorithm>

@@ -7,8 +7,10 @@
 #include "viewer/window/compare_rows.h"
 #include "viewer/window/contributor_box.h"
 #include "viewer/window/overview_bar.h"
+#include "viewer/window/scroll_bars.h"
+#include "viewer/window/widest_line.h"
 
-#include <QScrollBar>
+#include <QBasicTimer>
 #include <QSplitter>
 #include <QWidget>
 #include <functional>
@@ -74,6 +76,7 @@ class SideBySide : public QWidget
   protected:
     void resizeEvent(QResizeEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
 
   private:
     void set_box_count(std::size_t count);
@@ -84,17 +87,16 @@ class SideBySide : public QWidget
     void reveal(std::size_t index, TextPosition place);
     void measure_widths();
     std::size_t page_rows() const;
-    void set_top(std::size_t seen);
 
     SharedStyle style;
     CompareRows all{};
     std::vector<std::unique_ptr<CompareColumn>> sources{};
     std::vector<ContributorBox*> boxes{}; // owned by the splitter
     QSplitter splitter;
-    QScrollBar down;
-    QScrollBar across;
+    ScrollBars bars;
     OverviewBar overview;
     std::size_t active = 0;
-    qreal widest = 0;
+    WidestLine widest{};
+    QBasicTimer measuring{};
     bool laying_out = false;
 };

@@ -147,6 +147,13 @@ void TextPage::watch_files()
                      });
 }
 
+void TextPage::announce(Contributors unread)
+{
+    is_read = false;
+    contributors = std::move(unread);
+    side.show_contributors(contributors);
+}
+
 void TextPage::reload()
 {
     std::vector<std::string> paths;
@@ -158,6 +165,7 @@ void TextPage::reload()
     if (paths.empty())
         return;
     show_read(read_contributors(paths, names, contributors.front().encoding));
+    wait_a_little();
     if (was_shown)
         watch_files();
 }
