@@ -99,11 +99,12 @@ TEST_F(Soak, AThousandLaunchersOfWhichViewersDieLeaveNothingBehind)
     run_launchers(1000, 64);
 
     EXPECT_TRUE(is_quiet());
+    // A viewer may have ended a moment before the service sees its end.
+    EXPECT_TRUE(until([&] { return size_of_service().descriptors == before.descriptors; }));
     const Size after = size_of_service();
     std::cout << "service before: " << before.resident_kib << " KiB, " << before.descriptors
               << " descriptors; after: " << after.resident_kib << " KiB, " << after.descriptors
               << " descriptors\n";
-    EXPECT_EQ(after.descriptors, before.descriptors);
 #ifndef __SANITIZE_ADDRESS__ // which keeps what is freed for a while
     EXPECT_LT(after.resident_kib, before.resident_kib + 256);
     EXPECT_LT(after.resident_kib, 4096);

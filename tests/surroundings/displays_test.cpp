@@ -66,16 +66,17 @@ class Displays : public ServiceProcess
         return until([&] { return status().find(line) != std::string::npos; });
     }
 
-    Invocation compare_on(const std::string& display) const
+    Invocation compare_on(const std::string& display, Names words = {"a", "b"}) const
     {
-        Invocation run = launcher({"a", "b"}, display);
+        Invocation run = launcher(std::move(words), display);
         run.environment["XDG_CONFIG_HOME"] = scratch.path(); // nobody's settings
         return run;
     }
 
-    /** Presses a key until the launcher ends. */
+    /** Waits for the display's window, and presses a key until the launcher ends. */
     Outcome close_window(Program& compare, const std::string& display) const
     {
+        EXPECT_TRUE(tells(display, "windows open: 1"));
         Invocation key = invocation(scratch, "/usr/bin/xdotool",
                                     {"search", "--onlyvisible", "--class", "quarnview",
                                      "windowfocus", "--sync", "key", "ctrl+w"});
@@ -143,6 +144,34 @@ TEST_F(Displays, OneThatIsBackIsServedAfterAMinute)
     Program compare(compare_on(number));
     compare.start();
     EXPECT_EQ(close_window(compare, number), success);
+}
+
+TEST_F(Displays, ShowNamesThatAreNotValidInTheLocale)
+{
+    const XServer server(scratch, "display");
+    start_session(server.display());
+    const Names words{"-fname", "l\xe4ngs", scratch.write_file("\xff", "1\n"),
+                      scratch.write_file("\xfe", "2\n")};
+    Program compare(compare_on(server.display(), words));
+
+    compare.start();
+
+    EXPECT_EQ(close_window(compare, server.display()), success);
+}
+
+TEST_F(Displays, ShowAThousandContributors)
+{
+    const XServer server(scratch, "display");
+    start_session(server.display());
+    Names words;
+    for (int number = 0; number < 1000; ++number)
+        words.push_back(scratch.write_file("contributor " + std::to_string(number),
+                                           "same\n" + std::to_string(number) + "\n"));
+    Program compare(compare_on(server.display(), words));
+
+    compare.start();
+
+    EXPECT_EQ(close_window(compare, server.display()), success);
 }
 
 } // namespace
