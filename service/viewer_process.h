@@ -5,8 +5,8 @@
  *                             "gone"        the launcher has ended: close the window
  *   from its standard output  "ready"       it has started and waits for the paths
  *                             "answering"   it writes its answer next
- *                             "shown"       its window is up: the machine is free for the next
- * spare "reason TEXT" why its answer is 0, for the log
+ *                             "shown"       its window is up: time for the next spare
+ *                             "reason TEXT" why its answer is 0, for the log
  *
  * The end of its input tells a viewer that the service is gone: one without a request ends then,
  * one with a window keeps it. A viewer has a process group of its own, so that Ctrl-C at a service

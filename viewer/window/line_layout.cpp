@@ -139,10 +139,13 @@ std::vector<std::pair<qreal, qreal>> LineShape::extents(Span bytes, qreal from, 
     if (even)
         return {{x_of(bytes.begin), x_of(bytes.end)}};
     std::vector<std::pair<qreal, qreal>> found;
-    for (const LineRun& run : runs(from, to)) {
-        const Span part{std::max(run.bytes.begin, bytes.begin), std::min(run.bytes.end, bytes.end)};
-        if (part.begin < part.end)
-            add_extents(found, run, text, part, *metrics);
-    }
+    for (std::size_t chunk = std::max(chunk_of_x(from), chunk_of_byte(bytes.begin));
+         chunk < chunks.size() && chunks[chunk].x <= to && chunks[chunk].byte < bytes.end; ++chunk)
+        for (const LineRun& run : chunk_runs(chunk)) {
+            const Span part{std::max(run.bytes.begin, bytes.begin),
+                            std::min(run.bytes.end, bytes.end)};
+            if (part.begin < part.end)
+                add_extents(found, run, text, part, *metrics);
+        }
     return found;
 }

@@ -8,7 +8,7 @@
 namespace
 {
 
-constexpr std::size_t bytes_in_a_piece = 256 * 1024; // about a millisecond
+constexpr std::size_t bytes_in_a_piece = std::size_t{256} << 10U; // about a millisecond
 
 /** No line of that many bytes and tabs is wider. */
 qreal most_width(std::string_view line, const GlyphMetrics& metrics)
