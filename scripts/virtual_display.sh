@@ -5,7 +5,7 @@
 # start_display LOG [SIZE]: leaves the new display in DISPLAY.
 start_display() {
     local number
-    coproc server { exec Xvfb -displayfd 1 -screen 0 "${2-1280x900}x24" -nolisten tcp 2>"$1"; }
+    coproc server { exec Xvfb -displayfd 1 -noreset -screen 0 "${2-1280x900}x24" -nolisten tcp 2>"$1"; }
     read -r -t 20 number <&"${server[0]}" || die "no X server; see $1"
     export DISPLAY=:$number
     unset WAYLAND_DISPLAY XDG_SESSION_TYPE

@@ -18,7 +18,7 @@ class XServer
     XServer(const Scratch& scratch, const std::string& name)
         : server(invocation(scratch, "/bin/sh",
                             {"-c",
-                             "exec Xvfb -displayfd 3 -screen 0 1280x900x24 -nolisten tcp "
+                             "exec Xvfb -displayfd 3 -noreset -screen 0 1280x900x24 -nolisten tcp "
                              "3>\"$0\" 2>/dev/null",
                              scratch / name}))
     {
@@ -132,8 +132,9 @@ TEST_F(Displays, OneThatIsBackIsServedAfterAMinute)
     start_session(number);
     display.end();
     EXPECT_EQ(Program(compare_on(number)).run(), silent_failure);
-    Program again(invocation(scratch, "/usr/bin/Xvfb",
-                             {number, "-screen", "0", "1280x900x24", "-nolisten", "tcp"}));
+    Program again(
+        invocation(scratch, "/usr/bin/Xvfb",
+                   {number, "-noreset", "-screen", "0", "1280x900x24", "-nolisten", "tcp"}));
     again.start();
     Invocation probe = invocation(scratch, "/usr/bin/xdotool", {"getdisplaygeometry"});
     probe.environment["DISPLAY"] = number;

@@ -128,7 +128,7 @@ class WindowProcess : public ServiceProcess
     {
         return invocation(scratch, "/bin/sh",
                           {"-c",
-                           "exec Xvfb -displayfd 3 -screen 0 1280x900x24 -nolisten tcp "
+                           "exec Xvfb -displayfd 3 -noreset -screen 0 1280x900x24 -nolisten tcp "
                            "3>\"$0\" 2>/dev/null",
                            scratch / "display"});
     }
