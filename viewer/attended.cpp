@@ -1,12 +1,15 @@
 #include "viewer/attended.h"
 
+#include "platform/ks.h"
 #include "viewer/exchange.h"
 #include "viewer/launcher_process.h"
 #include "viewer/service_line.h"
+#include "viewer/window/translations.h"
 #include "viewer/window/viewer_window.h"
 
 #include <QApplication>
 #include <QSocketNotifier>
+#include <array>
 #include <exception>
 #include <memory>
 #include <optional>
@@ -107,6 +110,12 @@ class Attendance
     std::unique_ptr<QSocketNotifier> from_launcher;
 };
 
+std::string product_directory()
+{
+    std::array<char, 4096> buffer{};
+    return ks_product_dir(buffer.data(), 0);
+}
+
 } // namespace
 
 int serve_attended(int argc, char* argv[])
@@ -114,6 +123,7 @@ int serve_attended(int argc, char* argv[])
     const QApplication application(argc, argv);
     QCoreApplication::setApplicationName("quarnview");
     QCoreApplication::setOrganizationName("quarnfold");
+    install_translations(product_directory());
     QApplication::setQuitOnLastWindowClosed(false); // the answer ends it
     const Attendance attendance;
     return QApplication::exec();
