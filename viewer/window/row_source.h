@@ -10,6 +10,7 @@
 #include "viewer/window/viewer_palette.h"
 
 #include <QChar>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -35,8 +36,8 @@ struct PaintedRow {
     std::size_t number = 0;  // shown in the margin; 0 for none
     std::string_view text{}; // the whole line
     Span part{};             // what of the line this row shows
-    LineEnd end = LineEnd::none;
-    bool end_differs = false; // so that it is shown
+    std::optional<LineEnd> end{}; // where the row shows the end of the line
+    bool end_differs = false;     // so that it is seen
     Tint tint = Tint::none;
     QChar sign{};               // in the margin
     bool is_current = false;    // belongs to the difference at hand
