@@ -55,6 +55,7 @@ void CompareView::compare_again()
 {
     is_compared = false;
     job.cancel();
+    on_busy(false);
     if (contributors.empty())
         return;
     if (!all_shown(contributors)) {
@@ -176,7 +177,7 @@ void CompareView::swap_order()
 void CompareView::add_menus(QMenuBar& menus, QToolBar& tools)
 {
     QMenu& file = *menus.addMenu(tr("&File"));
-    add_entry(file, tr("&Reload"), {QKeySequence("F5")}, [this] { reload(); });
+    add_reload_entry(file);
     add_entry(file, tr("S&wap Order"), {QKeySequence("Ctrl+Alt+S")}, [this] { swap_order(); });
     file.addSeparator();
     add_close_entry(file);

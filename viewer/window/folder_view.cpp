@@ -191,10 +191,10 @@ void FolderView::add_menus(QMenuBar& menus, QToolBar& tools)
 {
     QMenu& file = *menus.addMenu(tr("&File"));
     add_entry(file, tr("&Open Row"), {QKeySequence("Ctrl+O")}, [this] { open_row(); });
-    add_entry(file, tr("&Reload"), {QKeySequence("F5")}, [this] { reload(); });
+    add_entry_done_once(file, tr("&Reload"), {QKeySequence("F5")}, [this] { reload(); });
     file.addSeparator();
-    add_entry(file, tr("&Close"), {QKeySequence("Ctrl+W"), QKeySequence("Ctrl+Q")},
-              [this] { on_close_wanted(); });
+    add_entry_done_once(file, tr("&Close"), {QKeySequence("Ctrl+W"), QKeySequence("Ctrl+Q")},
+                        [this] { on_close_wanted(); });
     QMenu& show = *menus.addMenu(tr("&Show"));
     add_filter(show, tr("&Same"), &FolderFilter::same);
     add_filter(show, tr("&Different"), &FolderFilter::different);

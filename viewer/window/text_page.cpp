@@ -143,7 +143,7 @@ void TextPage::watch_files()
     QObject::connect(watcher.get(), &QFileSystemWatcher::fileChanged, this,
                      [this](const QString& path) {
                          strip.offer(tr("%1 has changed on disk.").arg(QFileInfo(path).fileName()),
-                                     tr("Reload"), [this] { reload(); });
+                                     tr("Reload"), [this] { ask_to_reload(); });
                      });
 }
 
@@ -162,10 +162,20 @@ void TextPage::reload()
         watch_files();
 }
 
+void TextPage::ask_to_reload()
+{
+    with_consent([this] { reload(); });
+}
+
+void TextPage::add_reload_entry(QMenu& file)
+{
+    add_entry_done_once(file, tr("&Reload"), {QKeySequence("F5")}, [this] { ask_to_reload(); });
+}
+
 void TextPage::add_close_entry(QMenu& file)
 {
-    add_entry(file, tr("&Close"), {QKeySequence("Ctrl+W"), QKeySequence("Ctrl+Q")},
-              [this] { on_close_wanted(); });
+    add_entry_done_once(file, tr("&Close"), {QKeySequence("Ctrl+W"), QKeySequence("Ctrl+Q")},
+                        [this] { on_close_wanted(); });
 }
 
 void TextPage::fill_edit_menu(QMenu& menu)

@@ -15,6 +15,7 @@
 #include <QCoreApplication>
 #include <QFileSystemWatcher>
 #include <QMenu>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -52,7 +53,11 @@ class TextPage : public ViewerPage
     /** The caret of the active text is elsewhere. */
     virtual void caret_moved();
 
+    /** Does what would throw away the user's work, at once or when the user consents. */
+    virtual void with_consent(std::function<void()> action) { action(); }
+
     void mark_phrase();
+    void add_reload_entry(QMenu& file);
     void add_close_entry(QMenu& file);
     virtual void fill_edit_menu(QMenu& menu);
     OptionChanges option_changes();
@@ -65,6 +70,7 @@ class TextPage : public ViewerPage
 
   private:
     void ask_for_line();
+    void ask_to_reload();
     void watch_files();
     void tell_place();
 
