@@ -19,7 +19,7 @@ constexpr std::array<std::string_view, 15> names = {
     "XDG_SESSION_TYPE", "XDG_CURRENT_DESKTOP", "XDG_CONFIG_HOME", "XDG_CONFIG_DIRS",
     "XDG_DATA_HOME",    "XDG_DATA_DIRS",       "XDG_CACHE_HOME",  "LANG",
     "LANGUAGE",         "GDK_SCALE",           "GDK_DPI_SCALE"};
-constexpr std::array<std::string_view, 3> prefixes = {"LC_", "QT_", "QML_"};
+constexpr std::array<std::string_view, 4> prefixes = {"LC_", "QT_", "QML_", "KDE_"};
 
 bool is_viewers(std::string_view name)
 {
