@@ -182,7 +182,7 @@ void CompareView::add_menus(QMenuBar& menus, QToolBar& tools)
     file.addSeparator();
     add_close_entry(file);
     fill_edit_menu(*menus.addMenu(tr("&Edit")));
-    add_view_options(*menus.addMenu(tr("&View")), option_changes());
+    fill_view_menu(*menus.addMenu(tr("&View")));
     fill_difference_menu(*menus.addMenu(tr("&Differences")), tools);
     add_compare_options(*menus.addMenu(tr("&Ignore")), option_changes());
 }

@@ -21,7 +21,7 @@ void MergeView::add_menus(QMenuBar& menus, QToolBar& tools)
     file.addSeparator();
     add_close_entry(file);
     fill_edit_menu(*menus.addMenu(tr("&Edit")));
-    add_view_options(*menus.addMenu(tr("&View")), option_changes());
+    fill_view_menu(*menus.addMenu(tr("&View")));
     fill_difference_menu(*menus.addMenu(tr("&Differences")), tools);
     fill_merge_menu(*menus.addMenu(tr("&Merge")), tools);
     tools.addSeparator();

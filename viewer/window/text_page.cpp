@@ -157,7 +157,9 @@ void TextPage::reload()
     }
     if (paths.empty())
         return;
+    const std::size_t line = side.top_line();
     show_read(read_contributors(paths, names, contributors.front().encoding));
+    side.scroll_to_line(line);
     if (was_shown)
         watch_files();
 }
@@ -170,6 +172,14 @@ void TextPage::ask_to_reload()
 void TextPage::add_reload_entry(QMenu& file)
 {
     add_entry_done_once(file, tr("&Reload"), {QKeySequence("F5")}, [this] { ask_to_reload(); });
+}
+
+void TextPage::fill_view_menu(QMenu& menu)
+{
+    add_view_options(menu, option_changes());
+    menu.addSeparator();
+    add_entry(menu, tr("Show the Nearest C&ollapsed Lines"), {QKeySequence("Alt+Return")},
+              [this] { side.open_nearest_fold(); });
 }
 
 void TextPage::add_close_entry(QMenu& file)

@@ -58,6 +58,7 @@ class TextPage : public ViewerPage
 
     void mark_phrase();
     void add_reload_entry(QMenu& file);
+    void fill_view_menu(QMenu& menu);
     void add_close_entry(QMenu& file);
     virtual void fill_edit_menu(QMenu& menu);
     OptionChanges option_changes();

@@ -57,6 +57,9 @@ ViewerWindow::ViewerWindow()
     stop.setText(tr("Cancel"));
     stop.hide();
     QObject::connect(&stop, &QPushButton::clicked, this, [this] { current->cancel(); });
+    constexpr int inset = 6; // as far from the edge as the columns' headers
+    status.setContentsMargins(inset, 0, inset, 0);
+    place.setContentsMargins(inset, 0, inset, 0);
     statusBar()->addWidget(&status, 1);
     statusBar()->addPermanentWidget(&stop);
     statusBar()->addPermanentWidget(&place);
