@@ -8,6 +8,7 @@
 #include "viewer/window/viewer_window.h"
 
 #include <QApplication>
+#include <QLocale>
 #include <QSocketNotifier>
 #include <array>
 #include <exception>
@@ -123,7 +124,7 @@ int serve_attended(int argc, char* argv[])
     const QApplication application(argc, argv);
     QCoreApplication::setApplicationName("quarnview");
     QCoreApplication::setOrganizationName("quarnfold");
-    install_translations(product_directory());
+    install_translations(product_directory(), QLocale::system().uiLanguages());
     QApplication::setQuitOnLastWindowClosed(false); // the answer ends it
     const Attendance attendance;
     return QApplication::exec();

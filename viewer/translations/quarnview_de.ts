@@ -59,10 +59,6 @@
         <translation>&amp;Datei</translation>
     </message>
     <message>
-        <source>&amp;Reload</source>
-        <translation>&amp;Neu laden</translation>
-    </message>
-    <message>
         <source>S&amp;wap Order</source>
         <translation>&amp;Reihenfolge umkehren</translation>
     </message>
@@ -429,6 +425,14 @@
         <source>The output cannot be written: %1. Nothing is lost; it can be saved again.</source>
         <translation>Das Ergebnis kann nicht geschrieben werden: %1. Nichts ist verloren; es kann erneut gespeichert werden.</translation>
     </message>
+    <message>
+        <source>The merge begins anew.</source>
+        <translation>Die Zusammenführung beginnt von vorn.</translation>
+    </message>
+    <message>
+        <source>What was chosen and typed so far will be lost.</source>
+        <translation>Was bisher gewählt und getippt wurde, geht verloren.</translation>
+    </message>
 </context>
 <context>
     <name>OptionMenus</name>
@@ -617,6 +621,14 @@
     <message>
         <source>&amp;Go to Line…</source>
         <translation>&amp;Gehe zu Zeile …</translation>
+    </message>
+    <message>
+        <source>&amp;Reload</source>
+        <translation>&amp;Neu laden</translation>
+    </message>
+    <message>
+        <source>Show the Nearest C&amp;ollapsed Lines</source>
+        <translation>Nächste &amp;eingeklappte Zeilen zeigen</translation>
     </message>
 </context>
 <context>
