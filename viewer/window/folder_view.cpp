@@ -121,17 +121,16 @@ void FolderView::take_arrived()
     tell_counts();
 }
 
-/** The states take what they need, the paths the rest. */
+/** Paths need more room than states, which share the rest. */
 void FolderView::lay_out_columns()
 {
-    constexpr int characters = 22;
+    constexpr double part_of_paths = 0.45;
     QHeaderView& header = *table.header();
     header.setStretchLastSection(false);
     header.setTextElideMode(Qt::ElideMiddle);
-    header.setSectionResizeMode(QHeaderView::Interactive);
-    header.setSectionResizeMode(0, QHeaderView::Stretch);
-    for (int section = 1; section < header.count(); ++section)
-        header.resizeSection(section, fontMetrics().averageCharWidth() * characters);
+    header.setSectionResizeMode(QHeaderView::Stretch);
+    header.setSectionResizeMode(0, QHeaderView::Interactive);
+    header.resizeSection(0, static_cast<int>(table.width() * part_of_paths));
 }
 
 /** What is collapsed stays so, and the row at hand where it is still shown. */

@@ -5,18 +5,34 @@
 #include <QLocale>
 #include <QTranslator>
 #include <memory>
+#include <utility>
 
 namespace
 {
 
-/** Keeps a translation that could be loaded as long as the application lives. */
-bool install(const QLocale& language, const QString& name, const QString& folder)
+/** Keeps a translation as long as the application lives. */
+void install(std::unique_ptr<QTranslator> translator)
 {
-    auto translator = std::make_unique<QTranslator>();
-    if (!translator->load(language, name, QStringLiteral("_"), folder))
-        return false;
     translator->setParent(QCoreApplication::instance());
-    return QCoreApplication::installTranslator(translator.release());
+    QCoreApplication::installTranslator(translator.release());
+}
+
+bool install_own(const QString& product_directory, const QString& language)
+{
+    auto words = std::make_unique<QTranslator>();
+    if (!words->load(product_directory + "/share/locale/" + language +
+                     "/LC_MESSAGES/quarnview.qm"))
+        return false;
+    install(std::move(words));
+    return true;
+}
+
+void install_toolkits(const QLocale& locale)
+{
+    auto words = std::make_unique<QTranslator>();
+    if (words->load(locale, QStringLiteral("qtbase"), QStringLiteral("_"),
+                    QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        install(std::move(words));
 }
 
 } // namespace
@@ -26,13 +42,10 @@ void install_translations(const std::string& product_directory, const QStringLis
     const QString folder = QString::fromLocal8Bit(product_directory.c_str());
     for (const QString& name : languages) {
         const QLocale locale(name);
-        const QString language = QLocale::languageToCode(locale.language());
         if (locale.language() == QLocale::C || locale.language() == QLocale::English)
             return; // what the words are without a translation
-        if (install(locale, QStringLiteral("quarnview"),
-                    folder + "/share/locale/" + language + "/LC_MESSAGES")) {
-            install(locale, QStringLiteral("qtbase"),
-                    QLibraryInfo::path(QLibraryInfo::TranslationsPath));
+        if (install_own(folder, QLocale::languageToCode(locale.language()))) {
+            install_toolkits(locale);
             return;
         }
     }
