@@ -39,7 +39,7 @@ bool has_blank_lines_only(const Texts& contributors, std::span<const LineRange> 
 
 Block block_of(BlockKind kind, std::vector<LineRange> lines)
 {
-    Block block{.kind = kind, .lines = std::move(lines), .changes = {}, .rows = {}};
+    Block block{.kind = kind, .lines = std::move(lines), .changes = {}};
     block.changes.resize(block.lines.size());
     return block;
 }

@@ -39,7 +39,7 @@ struct Block {
     std::size_t row_count = 0;
     std::vector<LineRange> lines; // of each contributor
     std::vector<Change> changes;  // of each contributor
-    LineRows rows;                // empty: all lines from the first row on, without gaps
+    LineRows rows{};              // empty: all lines from the first row on, without gaps
 
     /** The line of a contributor in a row of this block; nothing for a gap. */
     std::optional<std::size_t> line_at(std::size_t row, std::size_t contributor) const;

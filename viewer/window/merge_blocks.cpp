@@ -42,8 +42,7 @@ Comparison blocks_of(const MergePlan& plan, const Texts& contributors)
         const bool same = region.kind == RegionKind::unchanged;
         Block block{.kind = same ? BlockKind::equal : BlockKind::different,
                     .lines = region.lines,
-                    .changes = {},
-                    .rows = {}};
+                    .changes = {}};
         block.changes = same ? std::vector<Change>(region.lines.size(), Change::none)
                              : changes_of(region, contributors);
         if (!same)
