@@ -12,12 +12,19 @@
 #include <QSocketNotifier>
 #include <array>
 #include <exception>
+#include <malloc.h>
 #include <memory>
 #include <optional>
 #include <unistd.h>
 
 namespace
 {
+
+/** What was needed for a while only: many of these programs wait, or stay open, side by side. */
+void give_back_memory()
+{
+    ::malloc_trim(0);
+}
 
 /** One request's course. Whatever it throws on its way ends the program, which answers its launcher
     by the end of the file. */
@@ -27,10 +34,14 @@ class Attendance
     Attendance()
     {
         window.warm_up();
-        window.on_shown = tell_shown;
+        window.on_shown = [] {
+            tell_shown();
+            give_back_memory();
+        };
         window.on_finished = [this](bool success) { guarded([&] { finish(success); }); };
         QObject::connect(&from_service, &QSocketNotifier::activated, &window,
                          [this] { guarded([this] { take_orders(); }); });
+        give_back_memory();
         tell_ready();
     }
 

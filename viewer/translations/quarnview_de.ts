@@ -642,6 +642,10 @@
         <translation>Werkzeuge</translation>
     </message>
     <message>
+        <source>Reading…</source>
+        <translation>Lese …</translation>
+    </message>
+    <message>
         <source>The result of the merge is not saved.</source>
         <translation>Das Ergebnis ist nicht gespeichert.</translation>
     </message>

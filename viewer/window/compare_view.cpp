@@ -41,13 +41,18 @@ CompareView::CompareView(SharedStyle shared, QWidget* parent)
     layout->addWidget(&find);
 }
 
-void CompareView::show_contributors(Contributors all)
+void CompareView::show_read(Contributors all)
 {
     contributors = std::move(all);
+    is_read = true;
     strip.clear();
     side.show_contributors(contributors);
     mark_phrase();
     compare_again();
+}
+
+void CompareView::wait_a_little()
+{
     job.wait(short_comparison);
 }
 
@@ -56,7 +61,7 @@ void CompareView::compare_again()
     is_compared = false;
     job.cancel();
     on_busy(false);
-    if (contributors.empty())
+    if (!is_read || contributors.empty())
         return;
     if (!all_shown(contributors)) {
         on_status(tr("Not compared"));
@@ -140,7 +145,7 @@ void CompareView::go_to(std::optional<std::size_t> difference)
 
 void CompareView::go_to_next()
 {
-    wants_next = job.is_running(); // the texts are seen before their differences are known
+    wants_next = job.is_running() || !is_read; // what is seen may not be compared yet
     go_to(side.next_difference());
 }
 
@@ -171,7 +176,8 @@ void CompareView::swap_order()
 {
     Contributors all = contributors;
     std::ranges::reverse(all);
-    show_contributors(std::move(all));
+    show_read(std::move(all));
+    wait_a_little();
 }
 
 void CompareView::add_menus(QMenuBar& menus, QToolBar& tools)

@@ -16,12 +16,12 @@ class CompareView : public TextPage
   public:
     explicit CompareView(SharedStyle shared, QWidget* parent = nullptr);
 
-    void show_contributors(Contributors all);
-
     void set_style(SharedStyle shared) override;
     void add_menus(QMenuBar& menus, QToolBar& tools) override;
     bool succeeds() const override { return all_shown(contributors); }
     void cancel() override;
+    void show_read(Contributors all) override;
+    void wait_a_little() override;
 
     void go_to_next();
     void go_to_previous();
@@ -30,7 +30,6 @@ class CompareView : public TextPage
     void swap_order();
 
   protected:
-    void show_read(Contributors all) override { show_contributors(std::move(all)); }
     void caret_moved() override;
 
   private:

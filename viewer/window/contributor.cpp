@@ -3,10 +3,17 @@
 #include "viewer/window/column_header.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <future>
 
 namespace
 {
+
+const std::string& name_of(std::size_t index, const std::vector<std::string>& paths,
+                           const std::vector<std::string>& names)
+{
+    return index < names.size() ? names[index] : paths[index];
+}
 
 Contributor read_contributor(const std::string& path, const std::string& name, int encoding)
 {
@@ -26,15 +33,33 @@ Contributor read_contributor(const std::string& path, const std::string& name, i
 
 } // namespace
 
+Contributors name_contributors(const std::vector<std::string>& paths,
+                               const std::vector<std::string>& names, int encoding)
+{
+    const auto nothing = std::make_shared<const Text>(std::string(), encoding, false);
+    Contributors contributors;
+    contributors.reserve(paths.size());
+    for (std::size_t index = 0; index < paths.size(); ++index) {
+        std::error_code unknown; // which reading will tell
+        contributors.push_back(
+            {.path = paths[index],
+             .name = QString::fromLocal8Bit(name_of(index, paths, names).c_str()),
+             .encoding = encoding,
+             .text = nothing,
+             .is_directory = std::filesystem::is_directory(paths[index], unknown)});
+    }
+    return contributors;
+}
+
 Contributors read_contributors(const std::vector<std::string>& paths,
                                const std::vector<std::string>& names, int encoding)
 {
     std::vector<std::future<Contributor>> readings;
     readings.reserve(paths.size());
     for (std::size_t index = 0; index < paths.size(); ++index) {
-        const std::string& name = index < names.size() ? names[index] : paths[index];
         const auto policy = index == 0 ? std::launch::deferred : std::launch::async;
-        readings.push_back(std::async(policy, read_contributor, paths[index], name, encoding));
+        readings.push_back(std::async(policy, read_contributor, paths[index],
+                                      name_of(index, paths, names), encoding));
     }
     Contributors contributors;
     contributors.reserve(paths.size());

@@ -23,6 +23,11 @@ struct Contributor {
 
 using Contributors = std::vector<Contributor>;
 
+/** The contributors as they are known before they are read; the names may be fewer than the paths.
+ */
+Contributors name_contributors(const std::vector<std::string>& paths,
+                               const std::vector<std::string>& names, int encoding);
+
 /** Reads the contributors side by side; the names may be fewer than the paths. */
 Contributors read_contributors(const std::vector<std::string>& paths,
                                const std::vector<std::string>& names, int encoding);

@@ -50,25 +50,30 @@ MergeView::MergeView(SharedStyle shared, QWidget* parent)
     };
 }
 
-void MergeView::show_merge(Contributors all, std::string output, mode_t file_mode_mask)
+void MergeView::prepare_merge(Contributors unread, std::string output, mode_t file_mode_mask)
 {
     output_path = std::move(output);
     mode_mask = file_mode_mask;
-    has_ancestor = all.size() > 2;
-    const QString path = QString::fromLocal8Bit(output_path.c_str());
-    pane.header().show_contributor(tr("Result: %1").arg(QFileInfo(path).fileName()), path,
-                                   all.empty() ? QString() : all.front().facts.section("  ", 0, 0));
-    show_read(std::move(all));
+    has_ancestor = unread.size() > 2;
+    announce(std::move(unread));
+    name_columns();
+    name_result();
 }
 
 void MergeView::show_read(Contributors all)
 {
     contributors = std::move(all);
+    is_read = true;
+    name_result();
     strip.clear();
     side.show_contributors(contributors);
     name_columns();
     mark_phrase();
     plan_again();
+}
+
+void MergeView::wait_a_little()
+{
     job.wait(short_merge);
 }
 
@@ -86,8 +91,18 @@ void MergeView::name_columns()
         side.name_column(index, numbered_name(index), contributors[index]);
 }
 
+void MergeView::name_result()
+{
+    const QString path = QString::fromLocal8Bit(output_path.c_str());
+    const QString facts = contributors.empty() ? QString() : contributors.front().facts;
+    pane.header().show_contributor(tr("Result: %1").arg(QFileInfo(path).fileName()), path,
+                                   facts.section("  ", 0, 0));
+}
+
 void MergeView::plan_again()
 {
+    if (!is_read)
+        return;
     job.cancel();
     on_busy(false);
     show_result(nullptr);

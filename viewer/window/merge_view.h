@@ -24,13 +24,15 @@ class MergeView : public TextPage
   public:
     explicit MergeView(SharedStyle shared, QWidget* parent = nullptr);
 
-    /** The result goes to `output`; a new file gets the mode 0666 without the bits of
-        `file_mode_mask`. */
-    void show_merge(Contributors all, std::string output, mode_t file_mode_mask);
+    /** To be called first. The result goes to `output`; a new file gets the mode 0666 without the
+        bits of `file_mode_mask`. */
+    void prepare_merge(Contributors unread, std::string output, mode_t file_mode_mask);
 
     void set_style(SharedStyle shared) override;
     void add_menus(QMenuBar& menus, QToolBar& tools) override;
     void cancel() override;
+    void show_read(Contributors all) override;
+    void wait_a_little() override;
     bool succeeds() const override { return is_saved; }
     bool has_unsaved_work() const override { return result && result->has_unsaved_work(); }
     bool can_save() const override;
@@ -58,7 +60,6 @@ class MergeView : public TextPage
     void redo();
 
   protected:
-    void show_read(Contributors all) override;
     std::vector<TextColumn*> texts() override;
     std::size_t active_text() const override;
     void select_in(std::size_t text, TextPosition begin, TextPosition end) override;
@@ -79,6 +80,7 @@ class MergeView : public TextPage
     std::optional<std::size_t> region_beside(bool forward) const;
     std::optional<std::size_t> first_unresolved() const;
     void name_columns();
+    void name_result();
     void fill_difference_menu(QMenu& menu, QToolBar& tools);
     void fill_merge_menu(QMenu& menu, QToolBar& tools);
     void fill_take_entries(QMenu& menu, QToolBar& tools);

@@ -1,11 +1,9 @@
 #include "viewer/window/side_by_side.h"
 
-#include "viewer/window/widest_line.h"
-
 #include <QCoreApplication>
 #include <QEvent>
 #include <QGridLayout>
-#include <QTimer>
+#include <QTimerEvent>
 #include <algorithm>
 
 SideBySide::SideBySide(SharedStyle shared, QWidget* parent)
@@ -97,15 +95,14 @@ void SideBySide::set_style(SharedStyle shared)
 {
     const std::size_t row = top_row();
     style = std::move(shared);
-    widest = 0;
     all.set_style(style);
     overview.set_style(style);
     for (ContributorBox* box : boxes)
         box->column().set_style(style);
+    measure_widths();
     update_wrapping();
     lay_out_again();
     bars.set_top(all.map().count() == 0 ? 0 : all.map().seen_at(row));
-    QTimer::singleShot(0, this, [this] { measure_widths(); });
 }
 
 void SideBySide::show_contributors(const Contributors& contributors)
@@ -121,12 +118,11 @@ void SideBySide::show_contributors(const Contributors& contributors)
         boxes[index]->show_contributor(contributors[index], sources.back().get());
     }
     active = 0;
-    widest = 0;
     bars.down().setValue(0);
     bars.across().setValue(0);
+    measure_widths();
     update_wrapping();
     lay_out_again();
-    QTimer::singleShot(0, this, [this] { measure_widths(); });
 }
 
 void SideBySide::show_comparison(Comparison comparison)
@@ -157,7 +153,7 @@ void SideBySide::lay_out_again()
 void SideBySide::update_ranges()
 {
     bars.set_rows(all.map().count(), page_rows());
-    bars.set_width(widest, boxes.front()->column(), *style);
+    bars.set_width(widest.width(), boxes.front()->column(), *style);
 }
 
 void SideBySide::update_wrapping()
@@ -214,11 +210,22 @@ void SideBySide::update_columns()
         box->column().update();
 }
 
+/** A piece whenever there is nothing else to do. */
 void SideBySide::measure_widths()
 {
-    for (const auto& text : all.contributors())
-        widest = widest_line(*text, style->metrics, widest);
-    update_ranges();
+    widest.start(all.contributors());
+    measuring.start(0, this);
+}
+
+void SideBySide::timerEvent(QTimerEvent* event)
+{
+    if (event->timerId() != measuring.timerId())
+        return QWidget::timerEvent(event);
+    const qreal before = widest.width();
+    if (!widest.go_on(style->metrics))
+        measuring.stop();
+    if (widest.width() > before)
+        update_ranges();
 }
 
 void SideBySide::resizeEvent(QResizeEvent* event)

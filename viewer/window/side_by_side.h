@@ -8,7 +8,9 @@
 #include "viewer/window/contributor_box.h"
 #include "viewer/window/overview_bar.h"
 #include "viewer/window/scroll_bars.h"
+#include "viewer/window/widest_line.h"
 
+#include <QBasicTimer>
 #include <QSplitter>
 #include <QWidget>
 #include <functional>
@@ -83,6 +85,7 @@ class SideBySide : public QWidget
   protected:
     void resizeEvent(QResizeEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
 
   private:
     void set_box_count(std::size_t count);
@@ -102,6 +105,7 @@ class SideBySide : public QWidget
     ScrollBars bars;
     OverviewBar overview;
     std::size_t active = 0;
-    qreal widest = 0;
+    WidestLine widest{};
+    QBasicTimer measuring{};
     bool laying_out = false;
 };

@@ -81,6 +81,12 @@ void name_startup(const QWidget& window, const std::string& startup_id)
                             XCB_ATOM_CARDINAL, 32, 1, &time);
 }
 
+void send_to_display()
+{
+    if (xcb_connection_t* display = connection(); display != nullptr)
+        xcb_flush(display);
+}
+
 void end_startup(const std::string& startup_id)
 {
     xcb_connection_t* display = connection();

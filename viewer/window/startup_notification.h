@@ -10,5 +10,9 @@
 /** Names the start on the window, before it is shown, so that it may come to the front. */
 void name_startup(const QWidget& window, const std::string& startup_id);
 
+/** Sends what has been asked of the display: it works on that while this process does other things.
+ */
+void send_to_display();
+
 /** Ends the desktop's waiting. */
 void end_startup(const std::string& startup_id);

@@ -147,6 +147,13 @@ void TextPage::watch_files()
                      });
 }
 
+void TextPage::announce(Contributors unread)
+{
+    is_read = false;
+    contributors = std::move(unread);
+    side.show_contributors(contributors);
+}
+
 void TextPage::reload()
 {
     std::vector<std::string> paths;
@@ -159,6 +166,7 @@ void TextPage::reload()
         return;
     const std::size_t line = side.top_line();
     show_read(read_contributors(paths, names, contributors.front().encoding));
+    wait_a_little();
     side.scroll_to_line(line);
     if (was_shown)
         watch_files();

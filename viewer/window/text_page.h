@@ -39,12 +39,20 @@ class TextPage : public ViewerPage
     void go_to_line(std::size_t number);
     void find_phrase(bool forward);
 
+    /** Names the contributors while they are being read. */
+    void announce(Contributors unread);
+
+    /** Shows contributors that have been read; what they have to do with one another follows from
+        a thread. */
+    virtual void show_read(Contributors all) = 0;
+
+    /** Waits a few milliseconds for what follows: what is there so soon is in the first picture. */
+    virtual void wait_a_little() = 0;
+
     /** Reads all contributors again, and shows them. */
     void reload();
 
   protected:
-    virtual void show_read(Contributors all) = 0;
-
     /** All columns of text, the contributors' first. */
     virtual std::vector<TextColumn*> texts();
     virtual std::size_t active_text() const { return side.active_column(); }
@@ -65,6 +73,7 @@ class TextPage : public ViewerPage
 
     SharedStyle style;
     Contributors contributors{};
+    bool is_read = false; // no contributor is only announced
     NoticeBar strip;
     SideBySide side;
     FindBar find;

@@ -15,8 +15,10 @@
 #include <QStatusBar>
 #include <QTimer>
 #include <QToolBar>
+#include <QWindow>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace
 {
@@ -24,6 +26,13 @@ namespace
 constexpr const char* geometry_name = "viewer";
 constexpr int columns_of_text = 88; // for which the first size has room, in each column
 constexpr int rows_of_text = 46;
+
+/** Texts that are read this soon are in the first picture. The window's manager takes about as long
+    to put the window on the screen. */
+constexpr std::chrono::milliseconds soon_read{50};
+
+/** Work that takes longer does not keep the machine from getting ready for the next request. */
+constexpr std::chrono::milliseconds long_work{1000};
 
 QString title_of(const Contributors& contributors)
 {
@@ -49,14 +58,16 @@ Contributors sample()
 } // namespace
 
 ViewerWindow::ViewerWindow()
-    : style(make_style(load_view_options())), compare(new CompareView(style, this))
+    : style(make_style(load_view_options())),
+      compare(new CompareView(style, this)),
+      reading([this](Contributors read) { take_texts(std::move(read)); })
 {
     make_columns_accessible();
     setCentralWidget(compare);
     connect_page(*compare);
     stop.setText(tr("Cancel"));
     stop.hide();
-    QObject::connect(&stop, &QPushButton::clicked, this, [this] { current->cancel(); });
+    QObject::connect(&stop, &QPushButton::clicked, this, [this] { stop_work(); });
     constexpr int inset = 6; // as far from the edge as the columns' headers
     status.setContentsMargins(inset, 0, inset, 0);
     place.setContentsMargins(inset, 0, inset, 0);
@@ -87,7 +98,7 @@ void ViewerWindow::connect_page(ViewerPage& page)
 {
     page.on_status = [this](const QString& text) { status.setText(text); };
     page.on_place = [this](const QString& text) { place.setText(text); };
-    page.on_busy = [this](bool busy) { stop.setVisible(busy); };
+    page.on_busy = [this](bool busy) { set_busy(busy); };
     page.on_options = [this](const ViewOptions& options) { apply_options(options); };
     page.on_close_wanted = [this] { close(); };
 }
@@ -125,43 +136,85 @@ void ViewerWindow::first_size()
 
 void ViewerWindow::warm_up()
 {
-    winId();
-    compare->show_contributors(sample());
-    ensurePolished();
+    setWindowTitle(QStringLiteral("\u2013")); // loads what turns titles into the display's text
+    compare->show_read(sample());
+    compare->wait_a_little();
+    setAttribute(Qt::WA_DontShowOnScreen);
+    show();
+    windowHandle()->setCursor(Qt::ArrowCursor); // loads its picture
     grab();
-    compare->show_contributors({});
+    hide();
+    setAttribute(Qt::WA_DontShowOnScreen, false);
+    compare->show_read({});
 }
 
 void ViewerWindow::open(const WindowRequest& wanted)
 {
     const Request& request = wanted.request;
-    choose_page(wanted, read_contributors(request.contributors, request.names, request.encoding));
-    waits_for_picture = true;
-    come_to_front(wanted);
+    Contributors unread = name_contributors(request.contributors, request.names, request.encoding);
+    setWindowTitle(title_of(unread));
+    if (!request.merge && std::ranges::all_of(unread, &Contributor::is_directory))
+        open_folders(wanted, std::move(unread));
+    else
+        open_texts(wanted, std::move(unread));
     current->take_focus();
 }
 
-void ViewerWindow::choose_page(const WindowRequest& wanted, Contributors contributors)
+/** The window's manager and the reading threads work side by side. */
+void ViewerWindow::open_texts(const WindowRequest& wanted, Contributors unread)
 {
-    setWindowTitle(title_of(contributors));
-    const bool are_folders = std::ranges::all_of(contributors, &Contributor::is_directory);
+    reading.start([request = wanted.request](const std::stop_token& /*stop*/) {
+        return std::optional(
+            read_contributors(request.contributors, request.names, request.encoding));
+    });
+    reads = compare;
     if (wanted.request.merge) {
         auto* merge = new MergeView(style, this);
         show_instead(merge);
-        merge->show_merge(std::move(contributors), wanted.request.output, wanted.file_mode_mask);
+        merge->prepare_merge(std::move(unread), wanted.request.output, wanted.file_mode_mask);
         show_page(merge);
-    } else if (are_folders) {
-        auto* folders = new FolderView(style, this);
-        show_instead(folders);
-        folders->on_open = [this, encoding = wanted.request.encoding](const auto& paths,
-                                                                      const auto& names) {
-            open_files(paths, names, encoding);
-        };
-        folders->show_folders(std::move(contributors));
-        show_page(folders);
+        reads = merge;
     } else {
-        compare->show_contributors(std::move(contributors));
+        compare->announce(std::move(unread));
     }
+    come_to_front(wanted);
+    reading.wait(soon_read);
+    reads->wait_a_little();
+    if (!reading.is_running())
+        return;
+    set_busy(true);
+    status.setText(tr("Reading\u2026"));
+}
+
+void ViewerWindow::take_texts(Contributors read)
+{
+    set_busy(false);
+    reads->show_read(std::move(read));
+    waits_for_picture = true;
+    update();
+}
+
+void ViewerWindow::open_folders(const WindowRequest& wanted, Contributors unread)
+{
+    auto* folders = new FolderView(style, this);
+    show_instead(folders);
+    folders->on_open = [this, encoding = wanted.request.encoding](const auto& paths,
+                                                                  const auto& names) {
+        open_files(paths, names, encoding);
+    };
+    folders->show_folders(std::move(unread));
+    show_page(folders);
+    waits_for_picture = true;
+    come_to_front(wanted);
+}
+
+/** There is nothing to look at in a window whose texts are not to be read. */
+void ViewerWindow::stop_work()
+{
+    if (reading.is_running())
+        close();
+    else
+        current->cancel();
 }
 
 /** The page that was made in advance gives way to another. */
@@ -194,6 +247,7 @@ void ViewerWindow::come_to_front(const WindowRequest& wanted)
     show();
     raise();
     activateWindow();
+    send_to_display();
 }
 
 void ViewerWindow::paintEvent(QPaintEvent* event)
@@ -210,8 +264,24 @@ void ViewerWindow::painted_first()
     was_shown = true;
     end_startup(startup_id);
     current->after_shown();
+    if (!is_busy)
+        tell_shown();
+    else
+        QTimer::singleShot(long_work, this, [this] { tell_shown(); });
+}
+
+void ViewerWindow::set_busy(bool busy)
+{
+    is_busy = busy;
+    stop.setVisible(busy);
+    if (was_shown && !busy)
+        QTimer::singleShot(0, this, [this] { tell_shown(); }); // once the outcome is painted
+}
+
+void ViewerWindow::tell_shown()
+{
     if (on_shown)
-        on_shown();
+        std::exchange(on_shown, nullptr)();
 }
 
 void ViewerWindow::changeEvent(QEvent* event)

@@ -5,6 +5,7 @@
 #pragma once
 
 #include "viewer/core/request.h"
+#include "viewer/window/background_job.h"
 #include "viewer/window/contributor.h"
 #include "viewer/window/viewer_page.h"
 
@@ -26,6 +27,7 @@ struct WindowRequest {
 };
 
 class CompareView;
+class TextPage;
 
 class ViewerWindow : public QMainWindow
 {
@@ -42,13 +44,15 @@ class ViewerWindow : public QMainWindow
     /** Does, without showing anything, what the first picture would have to wait for. */
     void warm_up();
 
-    /** Shows the request. To be called once. */
+    /** Shows the request: what it names at once, and its texts as soon as they are read. To be
+        called once. */
     void open(const WindowRequest& wanted);
 
     /** Whoever asked is gone: closes without asking, and answers no. */
     void abandon();
 
-    /** The first picture with the content is on the screen. */
+    /** The first picture with the content is on the screen, and what is still to be found out about
+        it is known, or takes its time. Once: whoever is told may keep the processor busy. */
     std::function<void()> on_shown;
 
     /** The answer, once. */
@@ -68,7 +72,12 @@ class ViewerWindow : public QMainWindow
     void show_instead(ViewerPage* page);
     void open_files(const std::vector<std::string>& paths, const std::vector<std::string>& names,
                     int encoding);
-    void choose_page(const WindowRequest& wanted, Contributors contributors);
+    void open_texts(const WindowRequest& wanted, Contributors unread);
+    void open_folders(const WindowRequest& wanted, Contributors unread);
+    void take_texts(Contributors read);
+    void stop_work();
+    void set_busy(bool busy);
+    void tell_shown();
     void first_size();
     void come_to_front(const WindowRequest& wanted);
     void painted_first();
@@ -77,13 +86,16 @@ class ViewerWindow : public QMainWindow
     void connect_page(ViewerPage& page);
 
     SharedStyle style;
-    CompareView* compare; // made in advance
+    CompareView* compare;      // made in advance
+    TextPage* reads = nullptr; // what shows the texts when they are read
     ViewerPage* current = nullptr;
     std::vector<std::unique_ptr<ViewerWindow>> others{}; // opened from rows of directories
     QLabel status;
     QLabel place;
     QPushButton stop;
     std::string startup_id{};
+    BackgroundJob<Contributors> reading;
+    bool is_busy = false;
     bool waits_for_picture = false;
     bool was_shown = false;
     bool abandoned = false;

@@ -33,7 +33,7 @@ class Compare : public WindowTest
 
     void show(std::initializer_list<std::string_view> contents)
     {
-        view.show_contributors(contributors(contents));
+        view.show_read(contributors(contents));
         window.show();
         window.activateWindow();
         view.take_focus();
@@ -70,6 +70,27 @@ TEST_F(Compare, TellsChangedAddedAndMissingLinesApartBySigns)
     EXPECT_EQ(row(5, 0).kind, RowKind::gap);
     EXPECT_EQ(row(5, 1).sign, QChar('+'));
     EXPECT_TRUE(row(0, 0).sign.isNull());
+}
+
+TEST_F(Compare, ContributorsThatAreNotReadYetAreNotCompared)
+{
+    view.announce(contributors({"a\n", "b\n"}));
+
+    view.set_style(style_with({.compare = {.ignore_case = true}}));
+
+    EXPECT_EQ(status, "");
+    EXPECT_FALSE(busy);
+    EXPECT_EQ(view.columns().rows().comparison().difference_count(), 0U);
+}
+
+TEST_F(Compare, AKeyThatComesBeforeTheTextsGoesToTheirFirstDifference)
+{
+    view.announce(contributors({"", ""}));
+    view.go_to_next();
+
+    show({"same\na\n", "same\nb\n"});
+
+    EXPECT_EQ(status, "Difference 1 of 1");
 }
 
 TEST_F(Compare, MarksTheChangedWords)
@@ -342,7 +363,7 @@ TEST_F(Compare, NothingRunsWhereAContributorCannotBeShown)
     view.swap_order();
     busy = true;
 
-    view.show_contributors(contributors({"a\n", "bad \xff\n"}));
+    view.show_read(contributors({"a\n", "bad \xff\n"}));
 
     EXPECT_FALSE(busy);
     EXPECT_EQ(status, "Not compared");

@@ -39,7 +39,9 @@ class Merge : public WindowTest
 
     void show(std::initializer_list<std::string_view> contents)
     {
-        view.show_merge(contributors(contents), output, 0022);
+        Contributors all = contributors(contents);
+        view.prepare_merge(all, output, 0022);
+        view.show_read(std::move(all));
         auto* tools = new QToolBar(&window);
         view.add_menus(*window.menuBar(), *tools);
         window.show();
@@ -214,6 +216,21 @@ TEST_F(Merge, WithoutConflictsItIsReadyToSaveAndNothingWouldBeLost)
     EXPECT_TRUE(view.can_save());
     EXPECT_FALSE(view.has_unsaved_work());
     EXPECT_FALSE(view.succeeds());
+}
+
+TEST_F(Merge, WhatIsNotReadYetIsNotMerged)
+{
+    view.prepare_merge(contributors({base, left, right}), output, 0022);
+    auto* tools = new QToolBar(&window);
+    view.add_menus(*window.menuBar(), *tools);
+
+    for (QAction* entry : window.findChildren<QAction*>())
+        if (entry->text() == "The First Is the Common &Ancestor")
+            entry->trigger();
+
+    EXPECT_FALSE(busy);
+    EXPECT_EQ(view.merged(), nullptr);
+    EXPECT_FALSE(view.can_save());
 }
 
 TEST_F(Merge, TwoContributorsHaveNoAncestor)

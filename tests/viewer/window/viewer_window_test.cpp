@@ -75,6 +75,37 @@ TEST_F(Window, IsHiddenUntilARequestComesAndTellsWhenItIsShown)
     EXPECT_EQ(answers, 0);
 }
 
+TEST_F(Window, IsReadyToBeSeenOnceItIsWarm)
+{
+    window.warm_up();
+
+    EXPECT_FALSE(window.testAttribute(Qt::WA_DontShowOnScreen));
+    for (const QWidget* part : window.findChildren<QWidget*>())
+        EXPECT_TRUE(part->isHidden() || part->testAttribute(Qt::WA_WState_Polished))
+            << part->metaObject()->className();
+}
+
+TEST_F(Window, TellsThatItIsShownOnceItsDifferencesAreKnown)
+{
+    std::string first;
+    std::string second;
+    for (int line = 0; line < 20'000; ++line) {
+        first += std::to_string(line * 7 % 20'000) + " first\n";
+        second += std::to_string(line * 11 % 20'000) + " second\n";
+    }
+    std::size_t differences = 0;
+    window.on_shown = [&] {
+        shown = true;
+        auto* compare = dynamic_cast<CompareView*>(window.page());
+        ASSERT_NE(compare, nullptr);
+        differences = compare->columns().rows().comparison().difference_count();
+    };
+
+    open({first, second});
+
+    EXPECT_EQ(differences, 1U);
+}
+
 TEST_F(Window, ACompareThatWasShownIsASuccessWhenItIsClosed)
 {
     open({"a\n", "b\n"});
