@@ -37,7 +37,7 @@ class WindowProcess : public ServiceProcess
     Program& open_window(std::vector<std::string> words, const std::string& language = "C")
     {
         Invocation run = launcher(std::move(words), display);
-        run.environment["LANG"] = language;
+        run.environment["LC_ALL"] = language;
         run.environment["HOME"] = scratch.path(); // nobody's settings
         window.emplace(run).start();
         EXPECT_TRUE(until([this] { return windows_open() == 1; })) << service_log();
@@ -199,8 +199,9 @@ TEST_F(WindowProcess, AWindowSpeaksTheLanguageOfItsRequester)
 
     press("ctrl+g");
 
-    const Outcome dialog = xdotool({"search", "--sync", "--name", "Gehe zu Zeile"});
-    EXPECT_EQ(dialog.exit_status, 0);
+    EXPECT_TRUE(until([this] {
+        return xdotool({"search", "--onlyvisible", "--name", "Gehe zu Zeile"}).exit_status == 0;
+    }));
 }
 
 TEST_F(WindowProcess, AKilledLauncherClosesItsWindow)

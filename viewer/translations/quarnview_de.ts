@@ -433,6 +433,14 @@
         <source>What was chosen and typed so far will be lost.</source>
         <translation>Was bisher gewählt und getippt wurde, geht verloren.</translation>
     </message>
+    <message>
+        <source>Begin &amp;Anew</source>
+        <translation>Von &amp;vorn beginnen</translation>
+    </message>
+    <message>
+        <source>&amp;Cancel</source>
+        <translation>&amp;Abbrechen</translation>
+    </message>
 </context>
 <context>
     <name>OptionMenus</name>
@@ -630,6 +638,14 @@
         <source>Show the Nearest C&amp;ollapsed Lines</source>
         <translation>Nächste &amp;eingeklappte Zeilen zeigen</translation>
     </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
 </context>
 <context>
     <name>ViewerWindow</name>
@@ -656,6 +672,18 @@
     <message>
         <source>It cannot be saved yet: conflicts are unresolved.</source>
         <translation>Es kann noch nicht gespeichert werden: Konflikte sind offen.</translation>
+    </message>
+    <message>
+        <source>&amp;Save</source>
+        <translation>&amp;Speichern</translation>
+    </message>
+    <message>
+        <source>&amp;Discard</source>
+        <translation>&amp;Verwerfen</translation>
+    </message>
+    <message>
+        <source>&amp;Cancel</source>
+        <translation>&amp;Abbrechen</translation>
     </message>
 </context>
 </TS>

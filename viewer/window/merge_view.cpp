@@ -4,6 +4,7 @@
 #include "viewer/window/merge_blocks.h"
 #include "viewer/window/numbers.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QFileInfo>
 #include <QMessageBox>
@@ -198,6 +199,8 @@ void MergeView::with_consent(std::function<void()> action)
                                 tr("The merge begins anew."),
                                 QMessageBox::Discard | QMessageBox::Cancel, this);
     box->setInformativeText(tr("What was chosen and typed so far will be lost."));
+    box->button(QMessageBox::Discard)->setText(tr("Begin &Anew"));
+    box->button(QMessageBox::Cancel)->setText(tr("&Cancel"));
     box->setDefaultButton(QMessageBox::Cancel);
     box->setAttribute(Qt::WA_DeleteOnClose);
     QObject::connect(box, &QMessageBox::finished, this,

@@ -92,6 +92,8 @@ void TextPage::ask_for_line()
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setWindowTitle(tr("Go to Line"));
     dialog->setLabelText(tr("Line number:"));
+    dialog->setOkButtonText(tr("OK"));
+    dialog->setCancelButtonText(tr("Cancel"));
     dialog->setInputMode(QInputDialog::IntInput);
     dialog->setIntRange(1, 2000000000);
     dialog->setIntValue(static_cast<int>(texts()[active_text()]->caret().line) + 1);

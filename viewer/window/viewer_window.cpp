@@ -11,6 +11,7 @@
 #include <QFontDatabase>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QScreen>
 #include <QStatusBar>
 #include <QTimer>
@@ -321,7 +322,9 @@ void ViewerWindow::ask_about_work()
                                 ? tr("Save it before closing?")
                                 : tr("It cannot be saved yet: conflicts are unresolved."));
     if (current->can_save())
-        box->addButton(QMessageBox::Save);
+        box->addButton(QMessageBox::Save)->setText(tr("&Save"));
+    box->button(QMessageBox::Discard)->setText(tr("&Discard"));
+    box->button(QMessageBox::Cancel)->setText(tr("&Cancel"));
     box->setDefaultButton(current->can_save() ? QMessageBox::Save : QMessageBox::Cancel);
     box->setAttribute(Qt::WA_DeleteOnClose);
     QObject::connect(box, &QMessageBox::finished, this, [this](int button) {
