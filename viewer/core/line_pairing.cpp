@@ -107,8 +107,7 @@ class Grid
     bool pairs(std::size_t row, std::size_t column) const
     {
         const std::uint32_t both = alike[at(row, column)];
-        return both >= least_likeness &&
-               sum(row, column) == both + sum(row + 1, column + 1);
+        return both >= least_likeness && sum(row, column) == both + sum(row + 1, column + 1);
     }
 
   private:

@@ -189,8 +189,8 @@ PaintedRow CompareRows::row(std::size_t seen, std::size_t contributor) const
     PaintedRow painted;
     if (block.kind == BlockKind::different) {
         const BlockLook look = look_in_row(block, place.row, contributor);
-        const bool continues_gap = !line && place.row > block.first_row &&
-                                   !block.line_at(place.row - 1, contributor);
+        const bool continues_gap =
+            !line && place.row > block.first_row && !block.line_at(place.row - 1, contributor);
         painted.tint = look.tint;
         if (place.part == 0 && !continues_gap)
             painted.sign = look.sign;

@@ -144,8 +144,7 @@ QModelIndex FolderModel::next_difference(const QModelIndex& from, bool forward) 
     const auto count = static_cast<std::ptrdiff_t>(nodes.size());
     const std::ptrdiff_t step = forward ? 1 : -1;
     const std::ptrdiff_t outside = forward ? -1 : count;
-    std::ptrdiff_t node =
-        from.isValid() ? static_cast<std::ptrdiff_t>(from.internalId()) : outside;
+    std::ptrdiff_t node = from.isValid() ? static_cast<std::ptrdiff_t>(from.internalId()) : outside;
     for (node += step; node >= 0 && node < count; node += step) {
         const auto at = static_cast<std::size_t>(node);
         const EntryState state = all.rows[nodes[at].row].state();

@@ -45,10 +45,7 @@ class FolderModel : public QAbstractItemModel
     const FolderComparison& folders() const { return all; }
 
     /** The row of the comparison that an index of the view shows. */
-    const FolderRow& row_at(const QModelIndex& index) const
-    {
-        return all.rows[node_at(index).row];
-    }
+    const FolderRow& row_at(const QModelIndex& index) const { return all.rows[node_at(index).row]; }
 
     /** Where a path is shown; invalid where it is not. */
     QModelIndex index_of(const std::string& path) const;

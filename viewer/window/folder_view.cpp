@@ -55,7 +55,7 @@ FolderView::FolderView(SharedStyle shared, QWidget* parent)
     table.setModel(&entries);
     table.setItemDelegate(new RowLook(this));
     table.setExpandsOnDoubleClick(false); // opening a row does it
-    table.setUniformRowHeights(true); // only rows that are seen are asked for
+    table.setUniformRowHeights(true);     // only rows that are seen are asked for
     table.setAllColumnsShowFocus(true);
     table.setAccessibleName(tr("Directories"));
     QObject::connect(&table, &QTreeView::activated, this, [this] { open_row(); });

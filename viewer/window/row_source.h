@@ -33,9 +33,9 @@ enum class RowKind : std::uint8_t {
 struct PaintedRow {
     RowKind kind = RowKind::gap;
     std::size_t line = 0;
-    std::size_t number = 0;  // shown in the margin; 0 for none
-    std::string_view text{}; // the whole line
-    Span part{};             // what of the line this row shows
+    std::size_t number = 0;       // shown in the margin; 0 for none
+    std::string_view text{};      // the whole line
+    Span part{};                  // what of the line this row shows
     std::optional<LineEnd> end{}; // where the row shows the end of the line
     bool end_differs = false;     // so that it is seen
     Tint tint = Tint::none;

@@ -20,8 +20,7 @@ void install(std::unique_ptr<QTranslator> translator)
 bool install_own(const QString& product_directory, const QString& language)
 {
     auto words = std::make_unique<QTranslator>();
-    if (!words->load(product_directory + "/share/locale/" + language +
-                     "/LC_MESSAGES/quarnview.qm"))
+    if (!words->load(product_directory + "/share/locale/" + language + "/LC_MESSAGES/quarnview.qm"))
         return false;
     install(std::move(words));
     return true;

@@ -245,6 +245,7 @@ void ViewerWindow::come_to_front(const WindowRequest& wanted)
         qputenv("XDG_ACTIVATION_TOKEN", QByteArray::fromStdString(wanted.activation_token));
     startup_id = wanted.startup_id;
     name_startup(*this, startup_id);
+    held_keys.watch(*this);
     show();
     raise();
     activateWindow();

@@ -13,8 +13,7 @@ class Translations : public testing::Test
     Translations() = default;
     ~Translations() override
     {
-        for (QTranslator* translator :
-             QCoreApplication::instance()->findChildren<QTranslator*>())
+        for (QTranslator* translator : QCoreApplication::instance()->findChildren<QTranslator*>())
             delete translator;
     }
     Translations(const Translations&) = delete;
