@@ -7,6 +7,7 @@
 #include <cstring>
 #include <ctime>
 #include <fcntl.h>
+#include <initializer_list>
 #include <poll.h>
 #include <spawn.h>
 #include <stdexcept>
@@ -55,7 +56,9 @@ pid_t lock_holder(const std::string& pid_file)
     return is_held ? lock.l_pid : 0;
 }
 
-pid_t spawn(const Scratch& scratch, const Words& words, const posix_spawn_file_actions_t* streams)
+pid_t spawn(const Scratch& scratch, const Words& words,
+            const posix_spawn_file_actions_t* streams = nullptr,
+            const posix_spawnattr_t* attributes = nullptr)
 {
     if (::setenv("TMPDIR", (scratch / "tmp").c_str(), 1) != 0)
         fail_by_errno("TMPDIR");
@@ -65,11 +68,33 @@ pid_t spawn(const Scratch& scratch, const Words& words, const posix_spawn_file_a
         pointers.push_back(const_cast<char*>(word.c_str())); // the interface's, which changes none
     pointers.push_back(nullptr);
     pid_t child = 0;
-    errno = ::posix_spawn(&child, pointers[0], streams, nullptr, pointers.data(), environ);
+    errno = ::posix_spawn(&child, pointers[0], streams, attributes, pointers.data(), environ);
     if (errno != 0)
         fail_by_errno(words[0]);
     return child;
 }
+
+/** Lets a program print nothing. */
+class Silence
+{
+  public:
+    explicit Silence(std::initializer_list<int> descriptors)
+    {
+        ::posix_spawn_file_actions_init(&actions);
+        for (const int descriptor : descriptors)
+            ::posix_spawn_file_actions_addopen(&actions, descriptor, "/dev/null", O_WRONLY, 0);
+    }
+    ~Silence() { ::posix_spawn_file_actions_destroy(&actions); }
+    Silence(const Silence&) = delete;
+    Silence& operator=(const Silence&) = delete;
+    Silence(Silence&&) = delete;
+    Silence& operator=(Silence&&) = delete;
+
+    const posix_spawn_file_actions_t* get() const { return &actions; }
+
+  private:
+    posix_spawn_file_actions_t actions{};
+};
 
 std::chrono::nanoseconds processor_time(pid_t process)
 {
@@ -92,7 +117,18 @@ void catch_interruptions()
 
 pid_t start(const Scratch& scratch, const Words& words)
 {
-    return spawn(scratch, words, nullptr);
+    return spawn(scratch, words);
+}
+
+pid_t start_session(const Scratch& scratch, const Words& words)
+{
+    posix_spawnattr_t attributes;
+    ::posix_spawnattr_init(&attributes);
+    ::posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSID);
+    const Silence silence{STDOUT_FILENO, STDERR_FILENO};
+    const pid_t leader = spawn(scratch, words, silence.get(), &attributes);
+    ::posix_spawnattr_destroy(&attributes);
+    return leader;
 }
 
 pid_t wait_for_success(pid_t expected)
@@ -126,11 +162,8 @@ Words service_beside(const std::string& launcher)
 pid_t start_service(const Scratch& scratch, const Words& words)
 {
     scratch.make_user_directory();
-    posix_spawn_file_actions_t silent;
-    ::posix_spawn_file_actions_init(&silent);
-    ::posix_spawn_file_actions_addopen(&silent, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
-    spawn(scratch, words, &silent);
-    ::posix_spawn_file_actions_destroy(&silent);
+    const Silence silence{STDOUT_FILENO};
+    spawn(scratch, words, silence.get());
     return wait_for_service(scratch);
 }
 

@@ -23,6 +23,9 @@ void catch_interruptions();
     directory's TMPDIR. */
 pid_t start(const Scratch& scratch, const Words& words);
 
+/** The same for a program that leads a session of its own, and whose output nobody reads. */
+pid_t start_session(const Scratch& scratch, const Words& words);
+
 /** Waits until a child, or just the one `expected`, has ended, and gives its process id. An end
    with another status than 0 is a failure: such a launcher's time means nothing. */
 pid_t wait_for_success(pid_t expected = -1);

@@ -23,9 +23,14 @@ add_test(NAME style.cppcheck
           --enable=warning,performance,portability --inline-suppr --error-exitcode=1 --quiet
           --suppressions-list=${PROJECT_SOURCE_DIR}/cmake/cppcheck_suppressions.txt
           -i${PROJECT_SOURCE_DIR}/tests)
+file(GLOB scripts RELATIVE ${PROJECT_SOURCE_DIR} CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/scripts/*)
 add_test(NAME style.shellcheck
-  COMMAND ${SHELLCHECK} -x -P scripts scripts/bench scripts/common.sh scripts/coverage scripts/demo
-          scripts/fuzz scripts/setup scripts/test .ci/run tests/prompt/press_key_in_window
+  COMMAND ${SHELLCHECK} -x -P scripts ${scripts} .ci/run tests/prompt/press_key_in_window
+          packaging/completions/uquarndiffmrg.bash tests/completions/complete.bash
+          packaging/git/difftool packaging/git/mergetool packaging/git/tool.sh
+          packaging/subversion/diff packaging/subversion/merge
+          tests/package/debian_root.sh tests/package/in_debian tests/package/run
+          packaging/debian/end_old_services.sh
   WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
 file(GLOB pages RELATIVE ${PROJECT_SOURCE_DIR} CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/docs/*.[1-8])
 add_test(NAME style.mandoc

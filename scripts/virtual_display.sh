@@ -2,10 +2,10 @@
 # An X server that nobody sees, and a user for its windows: sourced, never run. Whoever uses it ends
 # the server (its process is in server_PID) and has Xvfb, xdotool and scrot installed.
 
-# start_display LOG: leaves the new display in DISPLAY.
+# start_display LOG [SIZE]: leaves the new display in DISPLAY.
 start_display() {
     local number
-    coproc server { exec Xvfb -displayfd 1 -screen 0 1280x900x24 -nolisten tcp 2>"$1"; }
+    coproc server { exec Xvfb -displayfd 1 -screen 0 "${2-1280x900}x24" -nolisten tcp 2>"$1"; }
     read -r -t 20 number <&"${server[0]}" || die "no X server; see $1"
     export DISPLAY=:$number
     unset WAYLAND_DISPLAY XDG_SESSION_TYPE

@@ -35,6 +35,7 @@ void Events::watch(int descriptor)
 void Events::forget(int descriptor)
 {
     ::epoll_ctl(epoll.get(), EPOLL_CTL_DEL, descriptor, nullptr);
+    std::erase(ready_descriptors, descriptor);
 }
 
 void Events::pause(int descriptor, bool paused)

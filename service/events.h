@@ -22,8 +22,8 @@ class Events
     /** Blocks until something is ready, a signal comes, or the time is over. */
     void wait(std::optional<std::chrono::milliseconds> longest);
 
-    /** Whether the last wait found `descriptor` ready. A descriptor opened since then may have
-        inherited its number from one that was: whoever asks must bear with a false yes. */
+    /** Whether the last wait found `descriptor` ready. One that is watched since then is not, even
+        where it has the number of another that was, and is closed. */
     bool ready(int descriptor) const;
 
   private:

@@ -58,8 +58,10 @@ std::optional<ServiceLock> ServiceLock::take(int directory)
     if (!lock_patiently(file.get()))
         return std::nullopt;
     const std::string id = std::to_string(::getpid()) + "\n";
-    if (::ftruncate(file.get(), 0) != 0 || ::pwrite(file.get(), id.data(), id.size(), 0) < 0)
+    if (::ftruncate(file.get(), 0) != 0)
         fail();
+    // On a full disk the number is missing; it is for people, and the lock counts without it.
+    [[maybe_unused]] const ssize_t written = ::pwrite(file.get(), id.data(), id.size(), 0);
     return ServiceLock(std::move(file));
 }
 

@@ -14,12 +14,23 @@ namespace
 // A variable that a desktop gives to one window only (XDG_ACTIVATION_TOKEN, DESKTOP_STARTUP_ID) is
 // none of these: it cannot be known when a spare viewer starts. The viewer takes it from its
 // launcher itself.
-constexpr std::array<std::string_view, 15> names = {
-    "DISPLAY",          "WAYLAND_DISPLAY",     "XAUTHORITY",      "XDG_RUNTIME_DIR",
-    "XDG_SESSION_TYPE", "XDG_CURRENT_DESKTOP", "XDG_CONFIG_HOME", "XDG_CONFIG_DIRS",
-    "XDG_DATA_HOME",    "XDG_DATA_DIRS",       "XDG_CACHE_HOME",  "LANG",
-    "LANGUAGE",         "GDK_SCALE",           "GDK_DPI_SCALE"};
-constexpr std::array<std::string_view, 4> prefixes = {"LC_", "QT_", "QML_", "KDE_"};
+constexpr std::array<std::string_view, 16> names = {"DISPLAY",
+                                                    "WAYLAND_DISPLAY",
+                                                    "XAUTHORITY",
+                                                    "XDG_RUNTIME_DIR",
+                                                    "XDG_SESSION_TYPE",
+                                                    "XDG_CURRENT_DESKTOP",
+                                                    "KDE_SESSION_VERSION",
+                                                    "XDG_CONFIG_HOME",
+                                                    "XDG_CONFIG_DIRS",
+                                                    "XDG_DATA_HOME",
+                                                    "XDG_DATA_DIRS",
+                                                    "XDG_CACHE_HOME",
+                                                    "LANG",
+                                                    "LANGUAGE",
+                                                    "GDK_SCALE",
+                                                    "GDK_DPI_SCALE"};
+constexpr std::array<std::string_view, 3> prefixes = {"LC_", "QT_", "QML_"};
 
 bool is_viewers(std::string_view name)
 {

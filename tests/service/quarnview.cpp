@@ -1,11 +1,13 @@
 /*
  * The viewer's double: does what its display is named for. Before it ends, or at once when it is to
  * die, it leaves what its launcher must end with in the file "expected.<launcher>" beside the
- * per-user directory: "0" only where it has answered with success.
+ * per-user directory: "0" only where it has answered with success. The request is added to the file
+ * "requests" there.
  *
  *   :N               answers at once: failure when a contributor is named "bad", else success
  *   :window          shows a window; SIGUSR1 closes it (success), and so does the launcher's end
  *   :cannot-start    ends before it is ready
+ *   :starts-late     like :N, once it has read from the FIFO "gate" beside that directory
  *   :starts-at-third the first two end before they are ready; the others are like :N
  *   :dies-POINT      is killed at that point: given-paths, half-open, open, read, answering,
  *                    answered
@@ -64,6 +66,7 @@ class Double
         response = ::open(response_path.c_str(), O_RDWR);
         die_at("open");
         const std::string document = read_request();
+        std::ofstream(variable("TMPDIR") + "/../requests", std::ios::app) << document;
         die_at("read");
         if (part == ":window")
             show_window();
@@ -79,6 +82,8 @@ class Double
         ::stat(count.c_str(), &entry);
         if (part == ":cannot-start" || (part == ":starts-at-third" && entry.st_size < 3))
             ::_exit(1);
+        if (part == ":starts-late")
+            std::ifstream(variable("TMPDIR") + "/../gate").get();
         tell("ready");
     }
 

@@ -10,24 +10,40 @@ namespace
 
 constexpr std::string_view mark_in_utf8 = "\xef\xbb\xbf";
 
+std::size_t count_lf(std::string_view content)
+{
+    constexpr std::size_t block = 128; // a fixed number, so that the inner loop is vectorised
+    std::size_t count = 0;
+    for (; content.size() >= block; content.remove_prefix(block)) {
+        unsigned char in_block = 0;
+        for (std::size_t index = 0; index < block; ++index)
+            in_block += static_cast<unsigned char>(content[index] == '\n');
+        count += in_block;
+    }
+    return count + static_cast<std::size_t>(std::ranges::count(content, '\n'));
+}
+
 /** The beginnings of all lines, and the end of the last. */
-std::vector<std::size_t> line_starts(std::string_view content)
+std::vector<std::uint32_t> line_starts(std::string_view content)
 {
     const auto find_lf = [&](std::size_t from) {
         return std::min(content.find('\n', from), content.size());
     };
-    std::vector<std::size_t> starts;
-    starts.reserve(static_cast<std::size_t>(std::ranges::count(content, '\n')) + 2);
+    const bool has_cr = content.find('\r') != std::string_view::npos;
+    std::vector<std::uint32_t> starts;
+    starts.reserve(count_lf(content) + 2);
     std::size_t lf = find_lf(0); // the nearest: not looked for again from each line of another end
     for (std::size_t start = 0; start < content.size();) {
-        starts.push_back(start);
+        starts.push_back(static_cast<std::uint32_t>(start));
         if (lf < start)
             lf = find_lf(start);
-        const std::size_t cr = std::min(content.substr(start, lf - start).find('\r'), lf - start);
+        const std::size_t cr =
+            has_cr ? std::min(content.substr(start, lf - start).find('\r'), lf - start)
+                   : lf - start;
         const bool ends_with_cr = start + cr + 1 < lf;
         start = ends_with_cr ? start + cr + 1 : std::min(lf + 1, content.size());
     }
-    starts.push_back(content.size());
+    starts.push_back(static_cast<std::uint32_t>(content.size()));
     return starts;
 }
 

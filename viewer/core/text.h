@@ -48,7 +48,8 @@ class Text
     /** The empty text in UTF-8. */
     Text() : Text(std::string(), 0, false) {}
 
-    /** `encoding` is a row of encoding_types. `content` must be valid UTF-8 without the mark. */
+    /** `encoding` is a row of encoding_types. `content` must be valid UTF-8 without the mark, and
+        less than 4 gigabytes: what a file may have comes to 1.5. */
     Text(std::string content, int encoding, bool has_mark);
 
     int encoding() const { return encoding_row; }
@@ -79,7 +80,7 @@ class Text
 
   private:
     std::string utf8;
-    std::vector<std::size_t> starts; // of each line, and the end of the last
+    std::vector<std::uint32_t> starts; // of each line, and the end of the last
     int encoding_row;
     bool mark;
 };
