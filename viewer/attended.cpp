@@ -1,12 +1,16 @@
 #include "viewer/attended.h"
 
+#include "platform/ks.h"
 #include "viewer/exchange.h"
 #include "viewer/launcher_process.h"
 #include "viewer/service_line.h"
+#include "viewer/window/translations.h"
 #include "viewer/window/viewer_window.h"
 
 #include <QApplication>
+#include <QLocale>
 #include <QSocketNotifier>
+#include <array>
 #include <exception>
 #include <malloc.h>
 #include <memory>
@@ -118,6 +122,12 @@ class Attendance
     std::unique_ptr<QSocketNotifier> from_launcher;
 };
 
+std::string product_directory()
+{
+    std::array<char, 4096> buffer{};
+    return ks_product_dir(buffer.data(), 0);
+}
+
 } // namespace
 
 int serve_attended(int argc, char* argv[])
@@ -125,6 +135,7 @@ int serve_attended(int argc, char* argv[])
     const QApplication application(argc, argv);
     QCoreApplication::setApplicationName("quarnview");
     QCoreApplication::setOrganizationName("quarnfold");
+    install_translations(product_directory(), QLocale::system().uiLanguages());
     QApplication::setQuitOnLastWindowClosed(false); // the answer ends it
     const Attendance attendance;
     return QApplication::exec();

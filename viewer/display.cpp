@@ -1,9 +1,11 @@
 #include "viewer/display.h"
 
+#include <algorithm>
 #include <cstdlib>
-#include <string>
+#include <filesystem>
 #include <sys/socket.h>
 #include <sys/un.h>
+#include <system_error>
 #include <unistd.h>
 #include <xcb/xcb.h>
 
@@ -42,6 +44,15 @@ bool can_open_wayland_display()
     return ::connect(socket.get(), general, sizeof address) == 0;
 }
 
+bool has_wayland_plugin(const std::string& folder)
+{
+    std::error_code none;
+    const std::filesystem::directory_iterator files(folder + "/platforms", none);
+    return std::any_of(begin(files), end(files), [](const auto& file) {
+        return file.path().filename().string().starts_with("libqwayland");
+    });
+}
+
 } // namespace
 
 bool has_display()
@@ -49,10 +60,15 @@ bool has_display()
     return !variable("DISPLAY").empty() || !variable("WAYLAND_DISPLAY").empty();
 }
 
-bool can_open_display()
+std::optional<std::string> platform_of_display(const std::vector<std::string>& plugin_folders)
 {
-    // The toolkit's own choice of a platform, which tests make, needs no display of these.
+    // The user's own choice of a platform, which tests make, needs no display of these.
     if (!variable("QT_QPA_PLATFORM").empty())
-        return true;
-    return can_open_wayland_display() || (!variable("DISPLAY").empty() && can_open_x_display());
+        return "";
+    const bool wayland =
+        std::ranges::any_of(plugin_folders, has_wayland_plugin) && can_open_wayland_display();
+    const bool x = !variable("DISPLAY").empty() && can_open_x_display();
+    if (wayland && x)
+        return "";
+    return wayland ? std::optional("wayland") : x ? std::optional("xcb") : std::nullopt;
 }

@@ -70,4 +70,13 @@ TEST(ViewerEnvironment, TheRequestersVariablesReplaceTheServicesOwn)
     EXPECT_EQ(std::count(entries.begin(), entries.end(), "SOMETHING_ELSE=kept"), 1);
 }
 
+TEST(ViewerEnvironment, ADesktopThatChoosesColoursIsTheRequesters)
+{
+    const EnvironmentVariable own_desktop("KDE_SESSION_VERSION", "5");
+
+    const auto entries = environment_with({{"DISPLAY", ":requester"}});
+
+    EXPECT_EQ(std::count(entries.begin(), entries.end(), "KDE_SESSION_VERSION=5"), 0);
+}
+
 } // namespace

@@ -34,9 +34,10 @@ class WindowProcess : public ServiceProcess
     }
 
     /** Starts a launcher whose window is open when this returns. */
-    Program& open_window(std::vector<std::string> words)
+    Program& open_window(std::vector<std::string> words, const std::string& language = "C")
     {
         Invocation run = launcher(std::move(words), display);
+        run.environment["LC_ALL"] = language;
         run.environment["HOME"] = scratch.path(); // nobody's settings
         window.emplace(run).start();
         EXPECT_TRUE(until([this] { return windows_open() == 1; })) << service_log();
@@ -190,6 +191,17 @@ TEST_F(WindowProcess, AConflictIsResolvedByAKeyAndSaved)
 
     EXPECT_EQ(merge.wait(), success);
     EXPECT_EQ(file_contents(scratch / "merged"), file_contents(scratch / "other"));
+}
+
+TEST_F(WindowProcess, AWindowSpeaksTheLanguageOfItsRequester)
+{
+    open_window({"a", "b"}, "de_DE.UTF-8");
+
+    press("ctrl+g");
+
+    EXPECT_TRUE(until([this] {
+        return xdotool({"search", "--onlyvisible", "--name", "Gehe zu Zeile"}).exit_status == 0;
+    }));
 }
 
 TEST_F(WindowProcess, AKilledLauncherClosesItsWindow)

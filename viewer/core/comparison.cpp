@@ -48,7 +48,7 @@ class Layout
 {
   public:
     Layout(const Texts& compared, const CompareOptions& wanted)
-        : contributors(compared), options(wanted)
+        : contributors(compared), options(wanted), pairing(compared)
     {
         for (const auto& text : contributors)
             counts.push_back(text->line_count());
@@ -78,26 +78,44 @@ class Layout
             all.push_back(block_of(BlockKind::equal, std::move(lines)));
     }
 
-    Block difference(std::span<const LineNumbers> numbers, const AlignedGroup& group) const
+    Block difference(std::span<const LineNumbers> numbers, const AlignedGroup& group)
     {
         if (options.ignore_blank_lines && has_blank_lines_only(contributors, group.lines))
             return block_of(BlockKind::ignored, group.lines);
         Block block = block_of(BlockKind::different, group.lines);
         set_changes(block, numbers);
+        block.rows = pairing.rows_of(block.lines);
         return block;
     }
 
     const Texts& contributors;
     const CompareOptions& options;
+    LinePairing pairing;
     std::vector<std::size_t> counts;
 };
+
+std::size_t row_count_of(const Block& block)
+{
+    std::size_t count = std::ranges::max(block.lines, {}, &LineRange::size).size();
+    for (const auto& rows : block.rows)
+        if (!rows.empty())
+            count = std::max<std::size_t>(count, rows.back() + 1);
+    return count;
+}
 
 } // namespace
 
 std::optional<std::size_t> Block::line_at(std::size_t row, std::size_t contributor) const
 {
     const LineRange& range = lines[contributor];
-    const std::size_t index = row - first_row;
+    std::size_t index = row - first_row;
+    if (!rows.empty()) {
+        const auto& of_lines = rows[contributor];
+        const auto found = std::ranges::lower_bound(of_lines, index);
+        if (found == of_lines.end() || *found != index)
+            return std::nullopt;
+        index = static_cast<std::size_t>(found - of_lines.begin());
+    }
     return index < range.size() ? std::optional(range.begin + index) : std::nullopt;
 }
 
@@ -107,7 +125,7 @@ Comparison::Comparison(std::vector<Block> in_order) : all(std::move(in_order))
     for (std::size_t index = 0; index < all.size(); ++index) {
         Block& block = all[index];
         block.first_row = row;
-        block.row_count = std::ranges::max(block.lines, {}, &LineRange::size).size();
+        block.row_count = row_count_of(block);
         row += block.row_count;
         if (block.kind == BlockKind::different)
             different.push_back(index);
@@ -144,7 +162,8 @@ std::size_t Comparison::row_of(std::size_t contributor, std::size_t line) const
 {
     const auto begin = [&](const Block& block) { return block.lines[contributor].begin; };
     const Block& block = *(std::ranges::upper_bound(all, line, {}, begin) - 1);
-    return block.first_row + line - block.lines[contributor].begin;
+    const std::size_t index = line - block.lines[contributor].begin;
+    return block.first_row + (block.rows.empty() ? index : block.rows[contributor][index]);
 }
 
 std::optional<std::size_t> Comparison::difference_at(std::size_t row) const
@@ -172,6 +191,33 @@ std::optional<std::size_t> Comparison::previous_difference(std::size_t row) cons
     return next == different.begin()
                ? std::nullopt
                : std::optional(static_cast<std::size_t>(next - different.begin() - 1));
+}
+
+Change change_in_row(const Texts& contributors, const Block& block, std::size_t row,
+                     std::size_t contributor)
+{
+    const auto of_first = block.line_at(row, 0);
+    const auto against_first = [&](std::size_t other) {
+        const auto line = block.line_at(row, other);
+        if (block.changes[other] == Change::none || (!line && !of_first))
+            return Change::none;
+        if (!line || !of_first)
+            return line ? Change::added : Change::missing;
+        const bool same =
+            contributors[0]->whole_line(*of_first) == contributors[other]->whole_line(*line);
+        return same ? Change::none : Change::changed;
+    };
+    if (contributor > 0)
+        return against_first(contributor);
+    Change change = Change::none;
+    for (std::size_t other = 1; other < contributors.size(); ++other) {
+        const Change there = against_first(other);
+        if (there == Change::changed)
+            return there;
+        if (there != Change::none)
+            change = of_first ? Change::added : Change::missing;
+    }
+    return change;
 }
 
 std::optional<Comparison> compare(const Texts& contributors, const CompareOptions& options,

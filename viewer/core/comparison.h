@@ -1,12 +1,14 @@
 /*
  * Two contributors or more, compared and laid out in rows for columns side by side. A block is a
- * stretch of rows: per contributor a range of lines, shown from the block's first row on, and gaps
- * where the range is shorter than the longest one. The first contributor is the measure for the
- * others. Rows are computed, not stored, and looking one up takes a binary search over the blocks.
+ * stretch of rows: per contributor a range of lines, in order, and gaps where others have more. In
+ * a changed block lines that are like each other share a row. The first contributor is the measure
+ * for the others. Rows are computed, not stored, but for those of blocks where lines do not simply
+ * follow one another; looking one up takes a binary search.
  */
 #pragma once
 
 #include "viewer/core/line_matching.h"
+#include "viewer/core/line_pairing.h"
 #include "viewer/core/text.h"
 
 #include <cstddef>
@@ -34,9 +36,10 @@ enum class Change : std::uint8_t {
 struct Block {
     BlockKind kind = BlockKind::equal;
     std::size_t first_row = 0;
-    std::size_t row_count = 0;    // the size of the longest range
+    std::size_t row_count = 0;
     std::vector<LineRange> lines; // of each contributor
     std::vector<Change> changes;  // of each contributor
+    LineRows rows{};              // empty: all lines from the first row on, without gaps
 
     /** The line of a contributor in a row of this block; nothing for a gap. */
     std::optional<std::size_t> line_at(std::size_t row, std::size_t contributor) const;
@@ -82,6 +85,11 @@ class Comparison
     std::vector<Block> all;
     std::vector<std::size_t> different; // indices of blocks
 };
+
+/** How what a contributor has, or lacks, in one row of a different block stands beside the others;
+    a line of the block can be the same as those beside it. */
+Change change_in_row(const Texts& contributors, const Block& block, std::size_t row,
+                     std::size_t contributor);
 
 /** Compares two texts or more. Nothing after a stop. */
 std::optional<Comparison> compare(const Texts& contributors, const CompareOptions& options,

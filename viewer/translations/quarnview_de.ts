@@ -59,10 +59,6 @@
         <translation>&amp;Datei</translation>
     </message>
     <message>
-        <source>&amp;Reload</source>
-        <translation>&amp;Neu laden</translation>
-    </message>
-    <message>
         <source>S&amp;wap Order</source>
         <translation>&amp;Reihenfolge umkehren</translation>
     </message>
@@ -429,6 +425,22 @@
         <source>The output cannot be written: %1. Nothing is lost; it can be saved again.</source>
         <translation>Das Ergebnis kann nicht geschrieben werden: %1. Nichts ist verloren; es kann erneut gespeichert werden.</translation>
     </message>
+    <message>
+        <source>The merge begins anew.</source>
+        <translation>Die Zusammenführung beginnt von vorn.</translation>
+    </message>
+    <message>
+        <source>What was chosen and typed so far will be lost.</source>
+        <translation>Was bisher gewählt und getippt wurde, geht verloren.</translation>
+    </message>
+    <message>
+        <source>Begin &amp;Anew</source>
+        <translation>Von &amp;vorn beginnen</translation>
+    </message>
+    <message>
+        <source>&amp;Cancel</source>
+        <translation>&amp;Abbrechen</translation>
+    </message>
 </context>
 <context>
     <name>OptionMenus</name>
@@ -618,6 +630,22 @@
         <source>&amp;Go to Line…</source>
         <translation>&amp;Gehe zu Zeile …</translation>
     </message>
+    <message>
+        <source>&amp;Reload</source>
+        <translation>&amp;Neu laden</translation>
+    </message>
+    <message>
+        <source>Show the Nearest C&amp;ollapsed Lines</source>
+        <translation>Nächste &amp;eingeklappte Zeilen zeigen</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
 </context>
 <context>
     <name>ViewerWindow</name>
@@ -644,6 +672,18 @@
     <message>
         <source>It cannot be saved yet: conflicts are unresolved.</source>
         <translation>Es kann noch nicht gespeichert werden: Konflikte sind offen.</translation>
+    </message>
+    <message>
+        <source>&amp;Save</source>
+        <translation>&amp;Speichern</translation>
+    </message>
+    <message>
+        <source>&amp;Discard</source>
+        <translation>&amp;Verwerfen</translation>
+    </message>
+    <message>
+        <source>&amp;Cancel</source>
+        <translation>&amp;Abbrechen</translation>
     </message>
 </context>
 </TS>

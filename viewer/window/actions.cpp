@@ -11,11 +11,20 @@ QAction* add_entry(QMenu& menu, const QString& text, const QList<QKeySequence>& 
     return entry;
 }
 
+QAction* add_entry_done_once(QMenu& menu, const QString& text, const QList<QKeySequence>& keys,
+                             const std::function<void()>& action)
+{
+    QAction* entry = add_entry(menu, text, keys, action);
+    entry->setAutoRepeat(false);
+    return entry;
+}
+
 QAction* add_switch(QMenu& menu, const QString& text, const QList<QKeySequence>& keys, bool on,
                     const std::function<void(bool)>& action)
 {
     QAction* entry = menu.addAction(text);
     entry->setShortcuts(keys);
+    entry->setAutoRepeat(false);
     entry->setCheckable(true);
     entry->setChecked(on);
     QObject::connect(entry, &QAction::toggled, entry, action);

@@ -7,16 +7,13 @@ namespace
 
 constexpr std::size_t most_cached_rows = 1000;
 
-} // namespace
-
-BlockLook compare_look(const Block& block, std::size_t contributor)
+BlockLook look_of_change(Change change, bool is_first)
 {
     constexpr char16_t differs = 0x2260; // not equal to
     constexpr char16_t minus = 0x2212;
-    const bool is_first = contributor == 0;
     const BlockLook added{Tint::added, QChar('+')};
     const BlockLook removed{Tint::removed, QChar(minus)};
-    switch (block.changes[contributor]) {
+    switch (change) {
     case Change::changed:
         return {Tint::changed, QChar(differs)};
     case Change::added:
@@ -27,6 +24,13 @@ BlockLook compare_look(const Block& block, std::size_t contributor)
         break;
     }
     return {};
+}
+
+} // namespace
+
+BlockLook compare_look(const Block& block, std::size_t contributor)
+{
+    return look_of_change(block.changes[contributor], contributor == 0);
 }
 
 void CompareRows::show(Texts contributors, Comparison compared)
@@ -142,23 +146,37 @@ void CompareRows::fill_line(PaintedRow& painted, const SeenRow& seen, std::size_
     const LineParts kept = parts(contributor, line);
     const auto& begins = *kept;
     const Text& text = *texts[contributor];
+    if (seen.part >= begins.size())
+        return; // a gap: the line beside it takes more rows
     painted.text = text.line(line);
     painted.kind = RowKind::text;
     painted.line = line;
-    const std::size_t part = std::min(seen.part, begins.size());
-    const auto begin_of = [&](std::size_t index) {
-        return index < begins.size() ? begins[index] : painted.text.size();
-    };
-    painted.part = {begin_of(part), begin_of(part + 1)};
-    if (part + 1 >= begins.size()) {
+    const bool is_last = seen.part + 1 == begins.size();
+    painted.part = {begins[seen.part], is_last ? painted.text.size() : begins[seen.part + 1]};
+    if (is_last) {
         painted.end = text.line_end(line);
         painted.end_differs =
-            painted.tint != Tint::none && ends_differ(seen, contributor, painted.end);
+            painted.tint != Tint::none && ends_differ(seen, contributor, *painted.end);
     }
-    if (part > 0)
-        painted.sign = {};
-    else
+    if (seen.part == 0)
         painted.number = line + 1;
+    if (painted.tint != Tint::none)
+        painted.strong = words(seen.row).at(contributor);
+}
+
+/** As the block's look says, and where that is a compare's, for this row alone. */
+BlockLook CompareRows::look_in_row(const Block& block, std::size_t row,
+                                   std::size_t contributor) const
+{
+    BlockLook look = look_of(block, contributor);
+    const BlockLook of_block = compare_look(block, contributor);
+    const BlockLook of_row =
+        look_of_change(change_in_row(texts, block, row, contributor), contributor == 0);
+    if (look.tint == of_block.tint)
+        look.tint = of_row.tint;
+    if (look.sign == of_block.sign)
+        look.sign = of_row.sign;
+    return look;
 }
 
 PaintedRow CompareRows::row(std::size_t seen, std::size_t contributor) const
@@ -167,20 +185,19 @@ PaintedRow CompareRows::row(std::size_t seen, std::size_t contributor) const
     if (place.hidden > 0)
         return {.kind = RowKind::fold, .hidden = place.hidden};
     const Block& block = blocks.block_at(place.row);
+    const auto line = block.line_at(place.row, contributor);
     PaintedRow painted;
     if (block.kind == BlockKind::different) {
-        const BlockLook look = look_of(block, contributor);
+        const BlockLook look = look_in_row(block, place.row, contributor);
+        const bool continues_gap =
+            !line && place.row > block.first_row && !block.line_at(place.row - 1, contributor);
         painted.tint = look.tint;
-        painted.sign = look.sign;
+        if (place.part == 0 && !continues_gap)
+            painted.sign = look.sign;
         painted.is_current = current && blocks.difference(*current).first_row == block.first_row;
     }
-    const auto line = block.line_at(place.row, contributor);
     if (line)
         fill_line(painted, place, contributor, *line);
-    else if (place.row != block.first_row || place.part > 0)
-        painted.sign = {};
-    if (line && painted.tint != Tint::none)
-        painted.strong = words(place.row).at(contributor);
     return painted;
 }
 

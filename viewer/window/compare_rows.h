@@ -65,6 +65,7 @@ class CompareRows
     std::vector<std::uint32_t> part_ends() const;
     LineParts parts(std::size_t contributor, std::size_t line) const;
     const std::vector<std::vector<Span>>& words(std::size_t row) const;
+    BlockLook look_in_row(const Block& block, std::size_t row, std::size_t contributor) const;
     bool ends_differ(const SeenRow& seen, std::size_t contributor, LineEnd end) const;
     void fill_line(PaintedRow& painted, const SeenRow& seen, std::size_t contributor,
                    std::size_t line) const;

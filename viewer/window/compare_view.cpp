@@ -60,6 +60,7 @@ void CompareView::compare_again()
 {
     is_compared = false;
     job.cancel();
+    on_busy(false);
     if (!is_read || contributors.empty())
         return;
     if (!all_shown(contributors)) {
@@ -182,12 +183,12 @@ void CompareView::swap_order()
 void CompareView::add_menus(QMenuBar& menus, QToolBar& tools)
 {
     QMenu& file = *menus.addMenu(tr("&File"));
-    add_entry(file, tr("&Reload"), {QKeySequence("F5")}, [this] { reload(); });
+    add_reload_entry(file);
     add_entry(file, tr("S&wap Order"), {QKeySequence("Ctrl+Alt+S")}, [this] { swap_order(); });
     file.addSeparator();
     add_close_entry(file);
     fill_edit_menu(*menus.addMenu(tr("&Edit")));
-    add_view_options(*menus.addMenu(tr("&View")), option_changes());
+    fill_view_menu(*menus.addMenu(tr("&View")));
     fill_difference_menu(*menus.addMenu(tr("&Differences")), tools);
     add_compare_options(*menus.addMenu(tr("&Ignore")), option_changes());
 }

@@ -31,13 +31,26 @@ QString file_name(std::string_view name)
     return QString::fromLocal8Bit(name.data(), static_cast<qsizetype>(name.size()));
 }
 
+/** For each row that of the folder that holds it. */
+std::vector<std::optional<std::size_t>> parents_of(const std::vector<FolderRow>& rows)
+{
+    std::vector<std::optional<std::size_t>> parents;
+    parents.reserve(rows.size());
+    std::vector<std::size_t> above; // the row at each depth
+    for (std::size_t row = 0; row < rows.size(); ++row) {
+        above.resize(std::min(above.size(), rows[row].depth()));
+        parents.push_back(above.empty() ? std::nullopt : std::optional(above.back()));
+        above.push_back(row);
+    }
+    return parents;
+}
+
 } // namespace
 
 void FolderModel::set_palette(const ViewerPalette& palette)
 {
-    beginResetModel();
     colours = palette;
-    endResetModel();
+    tell_data_changed();
 }
 
 void FolderModel::show_folders(FolderComparison listed, const QStringList& names)
@@ -66,14 +79,40 @@ bool FolderModel::is_shown(EntryState state) const
     }
 }
 
+/** Those that the filter is for, and the folders above them. */
+std::vector<bool>
+FolderModel::shown_rows(const std::vector<std::optional<std::size_t>>& parents) const
+{
+    std::vector<bool> shown(parents.size());
+    for (std::size_t row = parents.size(); row-- > 0;) {
+        shown[row] = shown[row] || is_shown(summaries[row]);
+        if (shown[row] && parents[row])
+            shown[*parents[row]] = true;
+    }
+    return shown;
+}
+
 void FolderModel::apply_filter()
 {
     beginResetModel();
     summaries = all.summaries();
-    shown.clear();
-    for (std::size_t row = 0; row < all.rows.size(); ++row)
-        if (is_shown(summaries[row]))
-            shown.push_back(row);
+    nodes.clear();
+    top.clear();
+    const auto parents = parents_of(all.rows);
+    const std::vector<bool> shown = shown_rows(parents);
+    std::vector<std::size_t> node_of(all.rows.size());
+    for (std::size_t row = 0; row < all.rows.size(); ++row) {
+        if (!shown[row])
+            continue;
+        Node node{.row = row};
+        if (parents[row])
+            node.parent = node_of[*parents[row]];
+        auto& beside = node.parent ? nodes[*node.parent].below : top;
+        node.place = static_cast<int>(beside.size());
+        node_of[row] = nodes.size();
+        beside.push_back(nodes.size());
+        nodes.push_back(std::move(node));
+    }
     endResetModel();
 }
 
@@ -82,32 +121,73 @@ void FolderModel::take(const std::vector<Change>& changes)
     for (const auto& [index, row] : changes)
         all.rows[index] = row;
     summaries = all.summaries();
-    if (!shown.empty())
+    tell_data_changed();
+}
+
+/** Views paint all that they show again, whatever part of it is named. */
+void FolderModel::tell_data_changed()
+{
+    if (!top.empty())
         emit dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
+}
+
+QModelIndex FolderModel::index_of(const std::string& path) const
+{
+    for (std::size_t node = 0; node < nodes.size(); ++node)
+        if (all.rows[nodes[node].row].path == path)
+            return index_of_node(node);
+    return {};
+}
+
+QModelIndex FolderModel::next_difference(const QModelIndex& from, bool forward) const
+{
+    const auto count = static_cast<std::ptrdiff_t>(nodes.size());
+    const std::ptrdiff_t step = forward ? 1 : -1;
+    const std::ptrdiff_t outside = forward ? -1 : count;
+    std::ptrdiff_t node = from.isValid() ? static_cast<std::ptrdiff_t>(from.internalId()) : outside;
+    for (node += step; node >= 0 && node < count; node += step) {
+        const auto at = static_cast<std::size_t>(node);
+        const EntryState state = all.rows[nodes[at].row].state();
+        if (state != EntryState::same && state != EntryState::pending)
+            return index_of_node(at);
+    }
+    return {};
+}
+
+QModelIndex FolderModel::index(int row, int column, const QModelIndex& parent) const
+{
+    if (!hasIndex(row, column, parent))
+        return {};
+    return createIndex(row, column, nodes_below(parent)[static_cast<std::size_t>(row)]);
+}
+
+QModelIndex FolderModel::parent(const QModelIndex& index) const
+{
+    if (!index.isValid() || !node_at(index).parent)
+        return {};
+    return index_of_node(*node_at(index).parent);
 }
 
 int FolderModel::rowCount(const QModelIndex& parent) const
 {
-    return parent.isValid() ? 0 : static_cast<int>(shown.size());
+    return parent.column() > 0 ? 0 : static_cast<int>(nodes_below(parent).size());
 }
 
-int FolderModel::columnCount(const QModelIndex& parent) const
+int FolderModel::columnCount(const QModelIndex& /*parent*/) const
 {
-    return parent.isValid() ? 0 : static_cast<int>(contributor_names.size()) + 1;
+    return static_cast<int>(contributor_names.size()) + 1;
 }
 
 QVariant FolderModel::path_data(std::size_t row, int role) const
 {
     const FolderRow& entry = all.rows[row];
-    constexpr int indent = 4;
     const QString text =
         entry.path.empty() ? tr("(the directory itself)") : file_name(entry.name());
     const bool is_folder = std::ranges::any_of(
         entry.entries, [](const FolderEntry& one) { return one.kind == EntryKind::directory; });
     switch (role) {
     case Qt::DisplayRole:
-        return QString(static_cast<qsizetype>(entry.depth()) * indent, QChar(' ')) + text +
-               (is_folder ? QStringLiteral("/") : QString());
+        return text + (is_folder ? QStringLiteral("/") : QString());
     case Qt::ToolTipRole:
     case Qt::AccessibleTextRole:
         return file_name(entry.path);
@@ -169,7 +249,7 @@ QVariant FolderModel::data(const QModelIndex& index, int role) const
 {
     if (!index.isValid())
         return {};
-    const std::size_t row = shown[static_cast<std::size_t>(index.row())];
+    const std::size_t row = node_at(index).row;
     if (index.column() == 0)
         return path_data(row, role);
     const FolderEntry& entry = all.rows[row].entries[static_cast<std::size_t>(index.column() - 1)];
@@ -180,7 +260,7 @@ QVariant FolderModel::data(const QModelIndex& index, int role) const
 
 QVariant FolderModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
-    if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
+    if (orientation != Qt::Horizontal || (role != Qt::DisplayRole && role != Qt::ToolTipRole))
         return {};
     return section == 0 ? tr("Path") : contributor_names.value(section - 1);
 }

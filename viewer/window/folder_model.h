@@ -1,15 +1,17 @@
 /*
- * The rows of a directory compare for a view: one for each relative path, a column for the path and
- * one for each contributor. Rows may be left out by what they are.
+ * The rows of a directory compare as a tree for a view: one for each relative path, beneath its
+ * folder's; a column for the path and one for each contributor. Rows may be left out by what they
+ * are; a folder stays as long as anything in it is shown.
  */
 #pragma once
 
 #include "viewer/core/folder_comparison.h"
 #include "viewer/window/viewer_palette.h"
 
-#include <QAbstractTableModel>
+#include <QAbstractItemModel>
 #include <QCoreApplication>
 #include <QStringList>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -20,7 +22,7 @@ struct FolderFilter {
     bool missing = true;   // in some contributors
 };
 
-class FolderModel : public QAbstractTableModel
+class FolderModel : public QAbstractItemModel
 {
     Q_DECLARE_TR_FUNCTIONS(FolderModel)
 
@@ -42,19 +44,44 @@ class FolderModel : public QAbstractTableModel
 
     const FolderComparison& folders() const { return all; }
 
-    /** The row of the comparison that a row of the view shows. */
-    const FolderRow& row_at(int row) const
-    {
-        return all.rows[shown[static_cast<std::size_t>(row)]];
-    }
+    /** The row of the comparison that an index of the view shows. */
+    const FolderRow& row_at(const QModelIndex& index) const { return all.rows[node_at(index).row]; }
 
+    /** Where a path is shown; invalid where it is not. */
+    QModelIndex index_of(const std::string& path) const;
+
+    /** The next row that is shown and is a difference itself, whatever is collapsed; from the first
+        or the last for an invalid index. */
+    QModelIndex next_difference(const QModelIndex& from, bool forward) const;
+
+    QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;
+    QModelIndex parent(const QModelIndex& index) const override;
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
   private:
+    /** A row that is shown. */
+    struct Node {
+        std::size_t row = 0;                 // of the comparison
+        std::optional<std::size_t> parent{}; // node
+        int place = 0;                       // among those beneath the parent
+        std::vector<std::size_t> below{};    // nodes
+    };
+
     bool is_shown(EntryState state) const;
+    std::vector<bool> shown_rows(const std::vector<std::optional<std::size_t>>& parents) const;
+    const Node& node_at(const QModelIndex& index) const { return nodes[index.internalId()]; }
+    const std::vector<std::size_t>& nodes_below(const QModelIndex& parent) const
+    {
+        return parent.isValid() ? node_at(parent).below : top;
+    }
+    QModelIndex index_of_node(std::size_t node) const
+    {
+        return createIndex(nodes[node].place, 0, node);
+    }
+    void tell_data_changed();
     QVariant path_data(std::size_t row, int role) const;
     QVariant entry_data(const FolderEntry& entry, int role) const;
     bool holds_differences(std::size_t row, const FolderEntry& entry) const;
@@ -63,6 +90,7 @@ class FolderModel : public QAbstractTableModel
     FolderComparison all{};
     QStringList contributor_names{};
     FolderFilter shown_states{};
-    std::vector<std::size_t> shown{}; // rows of the comparison
+    std::vector<Node> nodes{};      // in the order of the comparison's rows
+    std::vector<std::size_t> top{}; // nodes without a parent
     std::vector<EntryState> summaries{};
 };

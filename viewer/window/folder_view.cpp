@@ -6,6 +6,7 @@
 #include "viewer/window/option_menus.h"
 
 #include <QHeaderView>
+#include <QStyledItemDelegate>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -13,6 +14,19 @@ namespace
 {
 
 constexpr int taking_interval = 60; // ms between looks at what has been compared
+
+/** Rows with some air. */
+class RowLook : public QStyledItemDelegate
+{
+  public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override
+    {
+        constexpr int air = 6;
+        return QStyledItemDelegate::sizeHint(option, index) + QSize(0, air);
+    }
+};
 
 bool is_file(const FolderEntry& entry)
 {
@@ -39,11 +53,18 @@ FolderView::FolderView(SharedStyle shared, QWidget* parent)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(&table);
     table.setModel(&entries);
-    table.setRootIsDecorated(false);
-    table.setUniformRowHeights(true); // only rows that are seen are asked for
+    table.setItemDelegate(new RowLook(this));
+    table.setExpandsOnDoubleClick(false); // opening a row does it
+    table.setUniformRowHeights(true);     // only rows that are seen are asked for
     table.setAllColumnsShowFocus(true);
     table.setAccessibleName(tr("Directories"));
     QObject::connect(&table, &QTreeView::activated, this, [this] { open_row(); });
+    QObject::connect(&table, &QTreeView::collapsed, this, [this](const QModelIndex& index) {
+        collapsed.insert(entries.row_at(index).path);
+    });
+    QObject::connect(&table, &QTreeView::expanded, this, [this](const QModelIndex& index) {
+        collapsed.erase(entries.row_at(index).path);
+    });
     QObject::connect(&taking, &QTimer::timeout, this, [this] { take_arrived(); });
 }
 
@@ -81,8 +102,7 @@ void FolderView::take_listing(FolderComparison listed)
         return std::optional(true);
     });
     change_rows([&] { entries.show_folders(std::move(listed), names); });
-    table.header()->setStretchLastSection(false);
-    table.header()->setSectionResizeMode(QHeaderView::Stretch);
+    lay_out_columns();
     taking.start(taking_interval);
     tell_counts();
 }
@@ -97,19 +117,34 @@ void FolderView::take_arrived()
     if (changes.empty())
         return;
     entries.take(changes);
+    table.viewport()->update();
     tell_counts();
 }
 
-/** The row at hand stays so where it is still shown. */
+/** Paths need more room than states, which share the rest. */
+void FolderView::lay_out_columns()
+{
+    constexpr double part_of_paths = 0.45;
+    QHeaderView& header = *table.header();
+    header.setStretchLastSection(false);
+    header.setTextElideMode(Qt::ElideMiddle);
+    header.setSectionResizeMode(QHeaderView::Stretch);
+    header.setSectionResizeMode(0, QHeaderView::Interactive);
+    header.resizeSection(0, static_cast<int>(table.width() * part_of_paths));
+}
+
+/** What is collapsed stays so, and the row at hand where it is still shown. */
 void FolderView::change_rows(const std::function<void()>& change)
 {
     const QModelIndex before = table.currentIndex();
-    const std::string path = before.isValid() ? entries.row_at(before.row()).path : std::string();
+    const std::string path = before.isValid() ? entries.row_at(before).path : std::string();
+    const std::set<std::string> closed = collapsed;
     change();
-    int row = entries.rowCount() - 1;
-    while (row > 0 && entries.row_at(row).path != path)
-        --row;
-    table.setCurrentIndex(entries.index(row, 0));
+    table.expandAll();
+    for (const std::string& folder : closed)
+        table.collapse(entries.index_of(folder));
+    const QModelIndex after = entries.index_of(path);
+    table.setCurrentIndex(after.isValid() ? after : entries.index(0, 0));
 }
 
 void FolderView::tell_counts()
@@ -141,13 +176,15 @@ void FolderView::open_row()
     const QModelIndex index = table.currentIndex();
     if (!index.isValid())
         return;
-    const FolderRow& row = entries.row_at(index.row());
+    const FolderRow& row = entries.row_at(index);
     const bool opens = std::ranges::any_of(row.entries, is_file) &&
                        std::ranges::all_of(row.entries, [](const FolderEntry& entry) {
                            return is_file(entry) || entry.kind == EntryKind::missing;
                        });
-    if (!opens)
+    if (!opens) {
+        table.setExpanded(index.siblingAtColumn(0), !table.isExpanded(index.siblingAtColumn(0)));
         return;
+    }
     std::vector<std::string> paths;
     std::vector<std::string> names;
     for (std::size_t column = 0; column < contributors.size(); ++column) {
@@ -161,26 +198,22 @@ void FolderView::open_row()
 
 void FolderView::go_to_difference(bool forward)
 {
-    const int step = forward ? 1 : -1;
-    const int count = entries.rowCount();
-    for (int row = table.currentIndex().row() + step; row >= 0 && row < count; row += step) {
-        const EntryState state = entries.row_at(row).state();
-        if (state == EntryState::same || state == EntryState::pending)
-            continue;
-        table.setCurrentIndex(entries.index(row, 0));
-        return;
-    }
+    const QModelIndex next = entries.next_difference(table.currentIndex(), forward);
+    if (next.isValid())
+        table.setCurrentIndex(next); // which expands what it is in
 }
 
 void FolderView::set_style(SharedStyle shared)
 {
     style = std::move(shared);
     entries.set_palette(style->palette);
+    table.viewport()->update();
 }
 
-void FolderView::add_filter(QMenu& menu, const QString& text, bool FolderFilter::*field)
+QAction* FolderView::add_filter(QMenu& menu, const QString& text, const char* key,
+                                bool FolderFilter::*field)
 {
-    add_switch(menu, text, {}, true, [this, field](bool on) {
+    return add_switch(menu, text, {QKeySequence(QLatin1String(key))}, true, [this, field](bool on) {
         FolderFilter filter = entries.filter();
         filter.*field = on;
         change_rows([&] { entries.set_filter(filter); });
@@ -191,14 +224,15 @@ void FolderView::add_menus(QMenuBar& menus, QToolBar& tools)
 {
     QMenu& file = *menus.addMenu(tr("&File"));
     add_entry(file, tr("&Open Row"), {QKeySequence("Ctrl+O")}, [this] { open_row(); });
-    add_entry(file, tr("&Reload"), {QKeySequence("F5")}, [this] { reload(); });
+    add_entry_done_once(file, tr("&Reload"), {QKeySequence("F5")}, [this] { reload(); });
     file.addSeparator();
-    add_entry(file, tr("&Close"), {QKeySequence("Ctrl+W"), QKeySequence("Ctrl+Q")},
-              [this] { on_close_wanted(); });
+    add_entry_done_once(file, tr("&Close"), {QKeySequence("Ctrl+W"), QKeySequence("Ctrl+Q")},
+                        [this] { on_close_wanted(); });
     QMenu& show = *menus.addMenu(tr("&Show"));
-    add_filter(show, tr("&Same"), &FolderFilter::same);
-    add_filter(show, tr("&Different"), &FolderFilter::different);
-    add_filter(show, tr("Only in S&ome"), &FolderFilter::missing);
+    const QList<QAction*> filters{
+        add_filter(show, tr("&Different"), "Ctrl+1", &FolderFilter::different),
+        add_filter(show, tr("Only in S&ome"), "Ctrl+2", &FolderFilter::missing),
+        add_filter(show, tr("&Same"), "Ctrl+3", &FolderFilter::same)};
     QMenu& differences = *menus.addMenu(tr("&Differences"));
     QAction* previous = add_entry(differences, tr("&Previous Difference"),
                                   {QKeySequence("F7"), QKeySequence("Alt+Up"), QKeySequence("P")},
@@ -209,4 +243,6 @@ void FolderView::add_menus(QMenuBar& menus, QToolBar& tools)
     previous->setIcon(arrow_icon(ArrowKind::up));
     next->setIcon(arrow_icon(ArrowKind::down));
     tools.addActions({previous, next});
+    tools.addSeparator();
+    tools.addActions(filters);
 }

@@ -15,6 +15,7 @@
 #include <QTreeView>
 #include <memory>
 #include <mutex>
+#include <set>
 
 class FolderView : public ViewerPage
 {
@@ -37,7 +38,7 @@ class FolderView : public ViewerPage
     /** Whether nothing is listed or compared any more. */
     bool is_done() const { return !listing.is_running() && !comparing.is_running(); }
 
-    /** Opens the row at hand. */
+    /** Opens the row at hand: a compare of its files, or what a folder holds. */
     void open_row();
     void go_to_difference(bool forward);
     void reload();
@@ -58,12 +59,15 @@ class FolderView : public ViewerPage
     void take_arrived();
     void change_rows(const std::function<void()>& change);
     void tell_counts();
-    void add_filter(QMenu& menu, const QString& text, bool FolderFilter::*field);
+    void lay_out_columns();
+    QAction* add_filter(QMenu& menu, const QString& text, const char* key,
+                        bool FolderFilter::*field);
 
     SharedStyle style;
     Contributors contributors{};
     FolderModel entries;
     QTreeView table;
+    std::set<std::string> collapsed{}; // paths of folders
     QTimer taking{};
     std::shared_ptr<Arrived> arrived{};
     BackgroundJob<FolderComparison> listing;

@@ -35,6 +35,7 @@ std::vector<Change> changes_of(const MergeRegion& region, const Texts& contribut
 
 Comparison blocks_of(const MergePlan& plan, const Texts& contributors)
 {
+    LinePairing pairing(contributors);
     std::vector<Block> blocks;
     blocks.reserve(plan.regions.size());
     for (const MergeRegion& region : plan.regions) {
@@ -44,6 +45,8 @@ Comparison blocks_of(const MergePlan& plan, const Texts& contributors)
                     .changes = {}};
         block.changes = same ? std::vector<Change>(region.lines.size(), Change::none)
                              : changes_of(region, contributors);
+        if (!same)
+            block.rows = pairing.rows_of(region.lines);
         blocks.push_back(std::move(block));
     }
     return Comparison(std::move(blocks));

@@ -15,12 +15,13 @@ constexpr std::size_t most_keys = 9; // Ctrl+1 to Ctrl+9
 void MergeView::add_menus(QMenuBar& menus, QToolBar& tools)
 {
     QMenu& file = *menus.addMenu(tr("&File"));
-    save_entry =
-        add_entry(file, tr("&Save and Close"), {QKeySequence("Ctrl+S")}, [this] { save(); });
+    save_entry = add_entry_done_once(file, tr("&Save and Close"), {QKeySequence("Ctrl+S")},
+                                     [this] { save(); });
+    add_reload_entry(file);
     file.addSeparator();
     add_close_entry(file);
     fill_edit_menu(*menus.addMenu(tr("&Edit")));
-    add_view_options(*menus.addMenu(tr("&View")), option_changes());
+    fill_view_menu(*menus.addMenu(tr("&View")));
     fill_difference_menu(*menus.addMenu(tr("&Differences")), tools);
     fill_merge_menu(*menus.addMenu(tr("&Merge")), tools);
     tools.addSeparator();
@@ -79,8 +80,8 @@ void MergeView::fill_take_entries(QMenu& menu, QToolBar& tools)
         QList<QKeySequence> keys;
         if (index < most_keys)
             keys.append(QKeySequence("Ctrl+" + digit));
-        QAction* entry = add_entry(menu, tr("Take %1").arg(numbered_name(index)), keys,
-                                   [this, index] { take(index); });
+        QAction* entry = add_entry_done_once(menu, tr("Take %1").arg(numbered_name(index)), keys,
+                                             [this, index] { take(index); });
         entry->setIconText(tr("Take %1").arg(digit));
         take_entries.push_back(entry);
         tools.addAction(entry);
@@ -90,8 +91,9 @@ void MergeView::fill_take_entries(QMenu& menu, QToolBar& tools)
         QList<QKeySequence> keys;
         if (index < most_keys)
             keys.append(QKeySequence("Ctrl+Alt+" + QString::number(index + 1)));
-        take_entries.push_back(add_entry(menu, tr("Take %1 Too").arg(numbered_name(index)), keys,
-                                         [this, index] { take_also(index); }));
+        take_entries.push_back(add_entry_done_once(menu,
+                                                   tr("Take %1 Too").arg(numbered_name(index)),
+                                                   keys, [this, index] { take_also(index); }));
     }
 }
 
@@ -116,8 +118,8 @@ void MergeView::fill_merge_menu(QMenu& menu, QToolBar& tools)
     if (contributors.size() < 3)
         return;
     menu.addSeparator();
-    add_switch(menu, tr("The First Is the Common &Ancestor"), {}, has_ancestor,
-               [this](bool on) { set_ancestor(on); });
+    ancestor_entry = add_switch(menu, tr("The First Is the Common &Ancestor"), {}, has_ancestor,
+                                [this](bool on) { set_ancestor(on); });
 }
 
 void MergeView::update_entries()
@@ -125,6 +127,8 @@ void MergeView::update_entries()
     if (save_entry == nullptr)
         return;
     save_entry->setEnabled(can_save());
+    if (ancestor_entry != nullptr)
+        ancestor_entry->setChecked(has_ancestor);
     undo_entry->setEnabled(result && result->can_undo());
     redo_entry->setEnabled(result && result->can_redo());
     const bool takes =

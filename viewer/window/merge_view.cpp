@@ -4,8 +4,10 @@
 #include "viewer/window/merge_blocks.h"
 #include "viewer/window/numbers.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QFileInfo>
+#include <QMessageBox>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -103,6 +105,7 @@ void MergeView::plan_again()
     if (!is_read)
         return;
     job.cancel();
+    on_busy(false);
     show_result(nullptr);
     current.reset();
     pane.setVisible(all_shown(contributors));
@@ -176,9 +179,37 @@ void MergeView::tell_state()
 
 void MergeView::set_ancestor(bool first_is_ancestor)
 {
-    has_ancestor = first_is_ancestor && contributors.size() > 2;
-    name_columns();
-    plan_again();
+    if (first_is_ancestor == has_ancestor)
+        return;
+    with_consent([this, first_is_ancestor] {
+        has_ancestor = first_is_ancestor;
+        name_columns();
+        plan_again();
+    });
+    update_entries(); // the switch is moved back until there is consent
+}
+
+void MergeView::with_consent(std::function<void()> action)
+{
+    if (!has_unsaved_work()) {
+        action();
+        return;
+    }
+    auto* box = new QMessageBox(QMessageBox::Question, window()->windowTitle(),
+                                tr("The merge begins anew."),
+                                QMessageBox::Discard | QMessageBox::Cancel, this);
+    box->setInformativeText(tr("What was chosen and typed so far will be lost."));
+    box->button(QMessageBox::Discard)->setText(tr("Begin &Anew"));
+    box->button(QMessageBox::Cancel)->setText(tr("&Cancel"));
+    box->setDefaultButton(QMessageBox::Cancel);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    QObject::connect(box, &QMessageBox::finished, this,
+                     [this, action = std::move(action)](int button) {
+                         if (button == QMessageBox::Discard)
+                             action();
+                         update_entries();
+                     });
+    box->open();
 }
 
 bool MergeView::can_save() const

@@ -64,6 +64,7 @@ class MergeView : public TextPage
     std::size_t active_text() const override;
     void select_in(std::size_t text, TextPosition begin, TextPosition end) override;
     void caret_moved() override;
+    void with_consent(std::function<void()> action) override;
     void fill_edit_menu(QMenu& menu) override;
 
   private:
@@ -98,6 +99,7 @@ class MergeView : public TextPage
     QAction* save_entry = nullptr;
     QAction* undo_entry = nullptr;
     QAction* redo_entry = nullptr;
+    QAction* ancestor_entry = nullptr; // with three contributors or more
     std::vector<QAction*> take_entries{};
     BackgroundJob<MergePlan> job;
 };

@@ -74,6 +74,8 @@ void OverviewBar::paintEvent(QPaintEvent* /*event*/)
         paint_marks();
     QPainter painter(this);
     painter.drawPixmap(0, 0, painted);
+    if (seen_count >= row_count)
+        return; // all is seen
     const double y = static_cast<double>(seen_first) * scale();
     const double length = std::max(static_cast<double>(seen_count) * scale(), 6.0);
     QColor veil = style->palette.text;

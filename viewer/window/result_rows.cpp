@@ -105,7 +105,8 @@ PaintedRow ResultRows::row(std::size_t index) const
                        .part = {begin_of(seen.part), begin_of(seen.part + 1)},
                        .tint = result_tint(result, from.region),
                        .is_current = current == from.region};
-    if (seen.part + 1 >= begins.size())
+    const bool has_line = from.origin == RowOrigin::contributor || from.origin == RowOrigin::typed;
+    if (has_line && seen.part + 1 >= begins.size())
         painted.end = from.end;
     if (from.origin == RowOrigin::end) {
         painted.tint = Tint::none;

@@ -128,13 +128,13 @@ void paint_end(QPainter& painter, const PaintedRow& row, const RowLook& look, qr
     if (look.end_selected)
         painter.fillRect(QRectF(x, look.area.top(), style.metrics.cell() * 0.6, look.area.height()),
                          style.palette.selection);
-    if (!style.options.white_space && !row.end_differs)
+    if (!row.end || (!style.options.white_space && !row.end_differs))
         return;
-    const QString name = end_name(row.end);
+    const QString name = end_name(*row.end);
     QFont small = style.metrics.font();
     small.setPointSizeF(small.pointSizeF() * 0.7);
     painter.setFont(small);
-    painter.setPen(style.palette.faint_text);
+    painter.setPen(row.end_differs ? style.palette.text : style.palette.faint_text);
     painter.drawText(
         QPointF(x + style.metrics.cell() / 2, look.area.top() + style.metrics.ascent()), name);
 }

@@ -10,6 +10,7 @@
 #include "viewer/window/viewer_palette.h"
 
 #include <QChar>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -32,11 +33,11 @@ enum class RowKind : std::uint8_t {
 struct PaintedRow {
     RowKind kind = RowKind::gap;
     std::size_t line = 0;
-    std::size_t number = 0;  // shown in the margin; 0 for none
-    std::string_view text{}; // the whole line
-    Span part{};             // what of the line this row shows
-    LineEnd end = LineEnd::none;
-    bool end_differs = false; // so that it is shown
+    std::size_t number = 0;       // shown in the margin; 0 for none
+    std::string_view text{};      // the whole line
+    Span part{};                  // what of the line this row shows
+    std::optional<LineEnd> end{}; // where the row shows the end of the line
+    bool end_differs = false;     // so that it is seen
     Tint tint = Tint::none;
     QChar sign{};               // in the margin
     bool is_current = false;    // belongs to the difference at hand

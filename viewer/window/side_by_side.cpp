@@ -16,11 +16,11 @@ SideBySide::SideBySide(SharedStyle shared, QWidget* parent)
     auto* layout = new QGridLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
-    layout->addWidget(&splitter, 0, 0);
-    layout->addWidget(&bars.down(), 0, 1);
-    layout->addWidget(&overview, 0, 2);
-    layout->addWidget(&bars.across(), 1, 0);
-    layout->setRowStretch(0, 1);
+    layout->addWidget(&splitter, 0, 0, 2, 1);
+    layout->addWidget(&bars.down(), 1, 1); // beside the text, beneath the height of the headers
+    layout->addWidget(&overview, 1, 2);
+    layout->addWidget(&bars.across(), 2, 0);
+    layout->setRowStretch(1, 1);
     splitter.setChildrenCollapsible(false);
     splitter.setHandleWidth(3);
     bars.down().setFocusPolicy(Qt::NoFocus);
@@ -36,6 +36,7 @@ SideBySide::SideBySide(SharedStyle shared, QWidget* parent)
     };
     all.set_style(style);
     set_box_count(2);
+    layout->setRowMinimumHeight(0, boxes.front()->header().sizeHint().height());
 }
 
 void SideBySide::set_box_count(std::size_t count)

@@ -52,6 +52,15 @@ class SideBySide : public QWidget
     /** Puts a row of the comparison at the top. */
     void scroll_to_row(std::size_t row);
 
+    /** The first contributor's line that is seen first. */
+    std::size_t top_line() const;
+
+    /** Puts that line, or the last one, at the top. */
+    void scroll_to_line(std::size_t line);
+
+    /** Shows what is collapsed next below the caret, or else above it. */
+    void open_nearest_fold();
+
     /** Selects in one column, and shows it. */
     void select_in(std::size_t index, TextPosition begin, TextPosition end);
 

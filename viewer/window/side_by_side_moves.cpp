@@ -85,3 +85,41 @@ void SideBySide::reveal(std::size_t index, TextPosition place)
         bars.set_top(seen - top > 2 * page ? seen - page / 3 : seen - page + 1);
     bars.reveal_across(text, place, style->metrics);
 }
+
+std::size_t SideBySide::top_line() const
+{
+    const Comparison& comparison = all.comparison();
+    for (std::size_t row = top_row(); row < comparison.row_count(); ++row)
+        if (const auto line = comparison.line_at(row, 0))
+            return *line;
+    return 0;
+}
+
+void SideBySide::scroll_to_line(std::size_t line)
+{
+    if (all.contributors().empty() || all.contributors()[0]->line_count() == 0)
+        return;
+    const std::size_t last = all.contributors()[0]->line_count() - 1;
+    scroll_to_row(all.comparison().row_of(0, std::min(line, last)));
+}
+
+void SideBySide::open_nearest_fold()
+{
+    const std::size_t count = all.map().count();
+    if (sources.empty() || count == 0)
+        return;
+    const auto is_fold = [this](std::size_t seen) { return all.map().at(seen).hidden > 0; };
+    const std::size_t caret = sources[active]->row_of(column(active).caret());
+    std::size_t seen = caret;
+    while (seen < count && !is_fold(seen))
+        ++seen;
+    if (seen == count) {
+        seen = caret;
+        while (seen > 0 && !is_fold(seen))
+            --seen;
+    }
+    if (!is_fold(seen))
+        return;
+    all.open_fold(seen);
+    lay_out_again();
+}

@@ -96,6 +96,7 @@ class TextColumn : public QWidget
     TextPosition moved_by_rows(std::ptrdiff_t count) const;
     void drag_to(QPoint point);
     void tell_caret();
+    void offer_selection() const;
 
     SharedStyle style;
     const RowSource* rows = nullptr;

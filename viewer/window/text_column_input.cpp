@@ -2,6 +2,7 @@
 #include "viewer/window/text_column.h"
 #include "viewer/window/text_moves.h"
 
+#include <QClipboard>
 #include <QContextMenuEvent>
 #include <QGuiApplication>
 #include <QKeyEvent>
@@ -67,7 +68,16 @@ void TextColumn::drag_to(QPoint point)
 void TextColumn::mouseReleaseEvent(QMouseEvent* event)
 {
     dragging.stop();
+    offer_selection();
     QWidget::mouseReleaseEvent(event);
+}
+
+/** For pasting with the middle button, where that is usual. */
+void TextColumn::offer_selection() const
+{
+    QClipboard& clipboard = *QGuiApplication::clipboard();
+    if (has_selection() && clipboard.supportsSelection())
+        clipboard.setText(selected_text(), QClipboard::Selection);
 }
 
 void TextColumn::mouseDoubleClickEvent(QMouseEvent* event)

@@ -92,6 +92,8 @@ void TextPage::ask_for_line()
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setWindowTitle(tr("Go to Line"));
     dialog->setLabelText(tr("Line number:"));
+    dialog->setOkButtonText(tr("OK"));
+    dialog->setCancelButtonText(tr("Cancel"));
     dialog->setInputMode(QInputDialog::IntInput);
     dialog->setIntRange(1, 2000000000);
     dialog->setIntValue(static_cast<int>(texts()[active_text()]->caret().line) + 1);
@@ -143,7 +145,7 @@ void TextPage::watch_files()
     QObject::connect(watcher.get(), &QFileSystemWatcher::fileChanged, this,
                      [this](const QString& path) {
                          strip.offer(tr("%1 has changed on disk.").arg(QFileInfo(path).fileName()),
-                                     tr("Reload"), [this] { reload(); });
+                                     tr("Reload"), [this] { ask_to_reload(); });
                      });
 }
 
@@ -164,16 +166,36 @@ void TextPage::reload()
     }
     if (paths.empty())
         return;
+    const std::size_t line = side.top_line();
     show_read(read_contributors(paths, names, contributors.front().encoding));
     wait_a_little();
+    side.scroll_to_line(line);
     if (was_shown)
         watch_files();
 }
 
+void TextPage::ask_to_reload()
+{
+    with_consent([this] { reload(); });
+}
+
+void TextPage::add_reload_entry(QMenu& file)
+{
+    add_entry_done_once(file, tr("&Reload"), {QKeySequence("F5")}, [this] { ask_to_reload(); });
+}
+
+void TextPage::fill_view_menu(QMenu& menu)
+{
+    add_view_options(menu, option_changes());
+    menu.addSeparator();
+    add_entry(menu, tr("Show the Nearest C&ollapsed Lines"), {QKeySequence("Alt+Return")},
+              [this] { side.open_nearest_fold(); });
+}
+
 void TextPage::add_close_entry(QMenu& file)
 {
-    add_entry(file, tr("&Close"), {QKeySequence("Ctrl+W"), QKeySequence("Ctrl+Q")},
-              [this] { on_close_wanted(); });
+    add_entry_done_once(file, tr("&Close"), {QKeySequence("Ctrl+W"), QKeySequence("Ctrl+Q")},
+                        [this] { on_close_wanted(); });
 }
 
 void TextPage::fill_edit_menu(QMenu& menu)

@@ -15,6 +15,7 @@
 #include <QCoreApplication>
 #include <QFileSystemWatcher>
 #include <QMenu>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -60,7 +61,12 @@ class TextPage : public ViewerPage
     /** The caret of the active text is elsewhere. */
     virtual void caret_moved();
 
+    /** Does what would throw away the user's work, at once or when the user consents. */
+    virtual void with_consent(std::function<void()> action) { action(); }
+
     void mark_phrase();
+    void add_reload_entry(QMenu& file);
+    void fill_view_menu(QMenu& menu);
     void add_close_entry(QMenu& file);
     virtual void fill_edit_menu(QMenu& menu);
     OptionChanges option_changes();
@@ -74,6 +80,7 @@ class TextPage : public ViewerPage
 
   private:
     void ask_for_line();
+    void ask_to_reload();
     void watch_files();
     void tell_place();
 

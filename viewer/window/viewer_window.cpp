@@ -11,6 +11,7 @@
 #include <QFontDatabase>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QScreen>
 #include <QStatusBar>
 #include <QTimer>
@@ -68,6 +69,9 @@ ViewerWindow::ViewerWindow()
     stop.setText(tr("Cancel"));
     stop.hide();
     QObject::connect(&stop, &QPushButton::clicked, this, [this] { stop_work(); });
+    constexpr int inset = 6; // as far from the edge as the columns' headers
+    status.setContentsMargins(inset, 0, inset, 0);
+    place.setContentsMargins(inset, 0, inset, 0);
     statusBar()->addWidget(&status, 1);
     statusBar()->addPermanentWidget(&stop);
     statusBar()->addPermanentWidget(&place);
@@ -241,6 +245,7 @@ void ViewerWindow::come_to_front(const WindowRequest& wanted)
         qputenv("XDG_ACTIVATION_TOKEN", QByteArray::fromStdString(wanted.activation_token));
     startup_id = wanted.startup_id;
     name_startup(*this, startup_id);
+    held_keys.watch(*this);
     show();
     raise();
     activateWindow();
@@ -318,7 +323,9 @@ void ViewerWindow::ask_about_work()
                                 ? tr("Save it before closing?")
                                 : tr("It cannot be saved yet: conflicts are unresolved."));
     if (current->can_save())
-        box->addButton(QMessageBox::Save);
+        box->addButton(QMessageBox::Save)->setText(tr("&Save"));
+    box->button(QMessageBox::Discard)->setText(tr("&Discard"));
+    box->button(QMessageBox::Cancel)->setText(tr("&Cancel"));
     box->setDefaultButton(current->can_save() ? QMessageBox::Save : QMessageBox::Cancel);
     box->setAttribute(Qt::WA_DeleteOnClose);
     QObject::connect(box, &QMessageBox::finished, this, [this](int button) {

@@ -7,6 +7,7 @@
 #include "viewer/core/request.h"
 #include "viewer/window/background_job.h"
 #include "viewer/window/contributor.h"
+#include "viewer/window/held_keys.h"
 #include "viewer/window/viewer_page.h"
 
 #include <QCoreApplication>
@@ -85,6 +86,7 @@ class ViewerWindow : public QMainWindow
     void finish(bool success);
     void connect_page(ViewerPage& page);
 
+    HeldKeys held_keys{};
     SharedStyle style;
     CompareView* compare;      // made in advance
     TextPage* reads = nullptr; // what shows the texts when they are read

@@ -311,4 +311,94 @@ TEST_F(Compare, ACancelledComparisonCanBeStartedAgain)
     EXPECT_EQ(view.notice().text(), "The comparison was cancelled.");
 }
 
+TEST_F(Compare, ALineInsertedInAChangedBlockStandsOnItsOwn)
+{
+    show({"same\ncall(alpha, beta);\nsame\n", "same\n// inserted\ncall(alpha, gamma);\nsame\n"});
+
+    EXPECT_EQ(row(1, 0).kind, RowKind::gap);
+    EXPECT_EQ(row(1, 0).sign, QChar('+'));
+    EXPECT_EQ(row(1, 1).sign, QChar('+'));
+    EXPECT_EQ(row(1, 1).tint, Tint::added);
+    EXPECT_EQ(row(2, 0).sign, QChar(0x2260));
+    EXPECT_EQ(row(2, 1).strong, (std::vector<Span>{{12, 17}}));
+    EXPECT_EQ(status, "Differences: 1");
+}
+
+TEST_F(Compare, ALineThatOnlyAnotherContributorChangedHasNoSign)
+{
+    show({"a\nb\n", "A\nb\n", "a\nB\n"});
+
+    EXPECT_EQ(row(0, 1).sign, QChar(0x2260));
+    EXPECT_TRUE(row(1, 1).sign.isNull());
+    EXPECT_EQ(row(1, 1).tint, Tint::none);
+    EXPECT_EQ(row(1, 0).sign, QChar(0x2260));
+}
+
+TEST_F(Compare, BesideALineThatTakesMoreRowsIsAGap)
+{
+    show({std::string(300, 'x') + "\nend\n", "x\nend\n"});
+
+    press(window, "Alt+Z");
+
+    EXPECT_EQ(row(0, 1).kind, RowKind::text);
+    EXPECT_EQ(row(1, 0).kind, RowKind::text);
+    EXPECT_EQ(row(1, 1).kind, RowKind::gap);
+}
+
+TEST_F(Compare, TheEndOfAWrappedLineIsInItsLastRow)
+{
+    show({std::string(80, 'x') + "\n", "x\n"});
+
+    press(window, "Alt+Z");
+    const std::size_t last = view.columns().rows().map().count() - 1;
+
+    ASSERT_GT(last, 0U);
+    EXPECT_FALSE(row(0, 0).end.has_value());
+    EXPECT_EQ(row(last, 0).end, LineEnd::lf);
+}
+
+TEST_F(Compare, NothingRunsWhereAContributorCannotBeShown)
+{
+    show({"a\n", "b\n"});
+    view.swap_order();
+    busy = true;
+
+    view.show_read(contributors({"a\n", "bad \xff\n"}));
+
+    EXPECT_FALSE(busy);
+    EXPECT_EQ(status, "Not compared");
+}
+
+TEST_F(Compare, AKeyShowsCollapsedLinesBelowAndThenAboveTheCaret)
+{
+    std::string text;
+    for (int line = 0; line < 50; ++line)
+        text += "line\n";
+    show({text + "old\n" + text, text + "new\n" + text});
+    press(window, "Alt+C");
+    press(window, "F8");
+    const auto seen = [this] { return view.columns().rows().map().count(); };
+    const std::size_t collapsed = seen();
+
+    press(window, "Alt+Return");
+    EXPECT_EQ(seen(), collapsed + 46);
+    press(window, "Alt+Return");
+
+    EXPECT_EQ(seen(), 101U);
+}
+
+TEST_F(Compare, ReloadingKeepsThePlace)
+{
+    std::string text;
+    for (int line = 0; line < 500; ++line)
+        text += "line\n";
+    show({text, "more\n" + text});
+    view.columns().scroll_to_line(200);
+
+    press(window, "F5");
+    wait();
+
+    EXPECT_EQ(view.columns().top_line(), 200U);
+}
+
 } // namespace

@@ -2,8 +2,11 @@
 
 #include "tests/viewer/window/window_test.h"
 
+#include <QAbstractButton>
 #include <QMainWindow>
+#include <QMessageBox>
 #include <QToolBar>
+#include <algorithm>
 
 namespace
 {
@@ -11,6 +14,7 @@ namespace
 constexpr std::string_view base = "1\n2\n3\n4\n5\n6\n7\n8\n9\n";
 constexpr std::string_view left = "1\nleft\n3\n4\n5\n6\n7\nL\n9\n";
 constexpr std::string_view right = "1\n2\n3\n4\nright\n6\n7\nR\n9\n";
+constexpr const char* ancestor_switch = "The First Is the Common &Ancestor";
 
 class Merge : public WindowTest
 {
@@ -48,6 +52,22 @@ class Merge : public WindowTest
     }
 
     void focus_result() { view.result_pane().editor().setFocus(); }
+
+    QAction& entry(const QString& text)
+    {
+        const auto entries = window.findChildren<QAction*>();
+        return **std::ranges::find(entries, text, &QAction::text);
+    }
+
+    /** Answers the question that is open. */
+    void reply(QMessageBox::StandardButton button)
+    {
+        auto* box = window.findChild<QMessageBox*>();
+        ASSERT_NE(box, nullptr);
+        QTest::mouseClick(box->button(button), Qt::LeftButton);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        ASSERT_TRUE(QTest::qWaitFor([this] { return !busy; }));
+    }
 
     std::string result()
     {
@@ -254,6 +274,51 @@ TEST_F(Merge, AContributorThatIsNoTextCannotBeMerged)
     press(window, "Ctrl+2");
     press(window, "F8");
     EXPECT_FALSE(view.succeeds());
+}
+
+TEST_F(Merge, WithoutAnAncestorEveryDifferenceIsAConflict)
+{
+    show({base, left, right});
+
+    entry(ancestor_switch).trigger();
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !busy; }));
+
+    EXPECT_EQ(status, "0 of 3 conflicts resolved");
+}
+
+TEST_F(Merge, TheAncestorIsKeptWhereWorkWouldBeLost)
+{
+    show({base, left, right});
+    press(window, "Ctrl+2");
+
+    entry(ancestor_switch).trigger();
+    reply(QMessageBox::Cancel);
+
+    EXPECT_EQ(status, "All conflicts resolved (1): ready to save");
+    EXPECT_TRUE(entry(ancestor_switch).isChecked());
+}
+
+TEST_F(Merge, TheAncestorIsGivenUpWithConsent)
+{
+    show({base, left, right});
+    press(window, "Ctrl+2");
+
+    entry(ancestor_switch).trigger();
+    reply(QMessageBox::Discard);
+
+    EXPECT_EQ(status, "0 of 3 conflicts resolved");
+    EXPECT_FALSE(entry(ancestor_switch).isChecked());
+}
+
+TEST_F(Merge, ReloadingAsksWhereWorkWouldBeLost)
+{
+    show({base, left, right});
+    press(window, "Ctrl+2");
+
+    press(window, "F5");
+    reply(QMessageBox::Cancel);
+
+    EXPECT_EQ(status, "All conflicts resolved (1): ready to save");
 }
 
 } // namespace

@@ -141,6 +141,16 @@ TEST_F(Window, CancelledWhileItReadsItClosesAsAFailure)
     EXPECT_EQ(answer, false);
 }
 
+TEST_F(Window, AKeyThatWasHeldBeforeDoesNotCloseIt)
+{
+    open({"a\n", "b\n"});
+
+    QTest::simulateEvent(window.focusWidget(), true, Qt::Key_W, Qt::ControlModifier, {}, true);
+
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_EQ(answers, 0);
+}
+
 TEST_F(Window, AContributorThatCannotBeShownIsAFailure)
 {
     open({"a\n", "bad \xc0\x80\n"});
