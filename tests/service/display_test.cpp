@@ -100,7 +100,8 @@ TEST_F(Display, ASpareInAnotherLanguageIsReplaced)
     EXPECT_EQ(Program(german).run(), success);
 
     EXPECT_TRUE(until([this] {
-        return viewers().size() == 1 && variable_of(viewers().front(), "LANG") == "de_DE.UTF-8";
+        const std::vector<pid_t> living = viewers();
+        return living.size() == 1 && variable_of(living.front(), "LANG") == "de_DE.UTF-8";
     }));
 }
 
