@@ -67,11 +67,11 @@ HeldKeys::~HeldKeys()
 void HeldKeys::watch(const QWidget& window)
 {
     const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    if (x11 == nullptr ||
-        x11->connection() == nullptr) // the platform of tests has the interface too
+    xcb_connection_t* display = x11 != nullptr ? x11->connection() : nullptr;
+    if (display == nullptr)
         return;
-    modifiers = modifiers_of(x11->connection());
-    add_to_event_mask(x11->connection(), static_cast<xcb_window_t>(window.winId()),
+    modifiers = modifiers_of(display);
+    add_to_event_mask(display, static_cast<xcb_window_t>(window.winId()),
                       XCB_EVENT_MASK_KEYMAP_STATE);
 }
 
