@@ -27,12 +27,12 @@ class Display : public testing::Test
         ::setenv("XDG_RUNTIME_DIR", scratch.path().c_str(), 1);
     }
 
-    void add_wayland_plugin()
+    void add_wayland_plugin() const
     {
         scratch.write_file("plugins/platforms/libqwayland-generic.so", "");
     }
 
-    void start_compositor()
+    void start_compositor() const
     {
         sockaddr_un address{};
         address.sun_family = AF_UNIX;
@@ -46,7 +46,10 @@ class Display : public testing::Test
         ::setenv("WAYLAND_DISPLAY", "wayland-9", 1);
     }
 
-    Platform platform() { return platform_of_display({scratch / "none", scratch / "plugins"}); }
+    Platform platform() const
+    {
+        return platform_of_display({scratch / "none", scratch / "plugins"});
+    }
 
     Scratch scratch;
     Descriptor compositor;

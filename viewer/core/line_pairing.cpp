@@ -81,7 +81,7 @@ std::uint32_t likeness(const LineWords& one, const LineWords& other)
             ++(here->hash < there->hash ? here : there);
         }
     }
-    return static_cast<std::uint32_t>(2 * full_likeness * common / (one.size + other.size));
+    return static_cast<std::uint32_t>(common * 2 * full_likeness / (one.size + other.size));
 }
 
 /** The likenesses of all lines of two sides, and the most that lines from there on add up to. */

@@ -189,7 +189,7 @@ void MergeView::set_ancestor(bool first_is_ancestor)
     update_entries(); // the switch is moved back until there is consent
 }
 
-void MergeView::with_consent(std::function<void()> action)
+void MergeView::with_consent(const std::function<void()>& action)
 {
     if (!has_unsaved_work()) {
         action();
@@ -203,12 +203,11 @@ void MergeView::with_consent(std::function<void()> action)
     box->button(QMessageBox::Cancel)->setText(tr("&Cancel"));
     box->setDefaultButton(QMessageBox::Cancel);
     box->setAttribute(Qt::WA_DeleteOnClose);
-    QObject::connect(box, &QMessageBox::finished, this,
-                     [this, action = std::move(action)](int button) {
-                         if (button == QMessageBox::Discard)
-                             action();
-                         update_entries();
-                     });
+    QObject::connect(box, &QMessageBox::finished, this, [this, action](int button) {
+        if (button == QMessageBox::Discard)
+            action();
+        update_entries();
+    });
     box->open();
 }
 

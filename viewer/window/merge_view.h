@@ -64,7 +64,7 @@ class MergeView : public TextPage
     std::size_t active_text() const override;
     void select_in(std::size_t text, TextPosition begin, TextPosition end) override;
     void caret_moved() override;
-    void with_consent(std::function<void()> action) override;
+    void with_consent(const std::function<void()>& action) override;
     void fill_edit_menu(QMenu& menu) override;
 
   private:

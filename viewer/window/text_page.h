@@ -62,7 +62,7 @@ class TextPage : public ViewerPage
     virtual void caret_moved();
 
     /** Does what would throw away the user's work, at once or when the user consents. */
-    virtual void with_consent(std::function<void()> action) { action(); }
+    virtual void with_consent(const std::function<void()>& action) { action(); }
 
     void mark_phrase();
     void add_reload_entry(QMenu& file);
