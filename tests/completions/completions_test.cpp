@@ -42,10 +42,10 @@ class Completion : public testing::TestWithParam<std::string>
   protected:
     Completion()
     {
-        std::filesystem::create_directories(scratch / "work/folder");
+        std::filesystem::create_directories(scratch / "checkout/folder");
         std::filesystem::create_directory(scratch / "home");
-        scratch.write_file("work/with blanks", "");
-        scratch.write_file("work/other", "");
+        scratch.write_file("checkout/with blanks", "");
+        scratch.write_file("checkout/other", "");
     }
 
     /** What is offered after "uquarndiffmrg " and `words`. */
@@ -55,7 +55,7 @@ class Completion : public testing::TestWithParam<std::string>
         Invocation run = invocation(scratch, "/usr/bin/env");
         run.arguments = commands.at(GetParam());
         run.arguments.push_back(line);
-        run.directory = scratch / "work";
+        run.directory = scratch / "checkout";
         run.environment["HOME"] = scratch / "home";
         run.environment["XDG_CONFIG_HOME"] = scratch / "home";
         run.environment["XDG_DATA_HOME"] = scratch / "home";

@@ -9,9 +9,9 @@ namespace fragments = request_fragments;
 ShellProcess::ShellProcess(const std::string& product_tree, const std::string& display)
     : ServiceProcess(product_tree), run(invocation(scratch, "/bin/sh"))
 {
-    std::filesystem::create_directory(scratch / "work");
+    std::filesystem::create_directory(scratch / "checkout");
     std::filesystem::create_directory(scratch / "home");
-    run.directory = scratch / "work";
+    run.directory = scratch / "checkout";
     set("PATH", programs + ":" + run.environment["PATH"]);
     set("HOME", scratch / "home");
     set("XDG_CONFIG_HOME", scratch / "home/.config");
@@ -40,7 +40,7 @@ void ShellProcess::set(const std::string& variable, const std::string& value)
 
 std::string ShellProcess::file(const std::string& name) const
 {
-    return file_contents(scratch / "work/" + name);
+    return file_contents(scratch / "checkout/" + name);
 }
 
 std::string ShellProcess::requests() const

@@ -161,7 +161,7 @@ TEST_F(GitMergetoolRequest, NamesEachContributorForWhatItIs)
     EXPECT_EQ(shell("git mergetool").exit_status, 0);
 
     EXPECT_THAT(requests(), HasSubstr("RequestHandler.CompareMerge<"));
-    EXPECT_THAT(requests(), HasSubstr("<string>" + scratch.path() + "/work/f<"));
+    EXPECT_THAT(requests(), HasSubstr("<string>" + scratch.path() + "/checkout/f<"));
     EXPECT_THAT(requests(), HasSubstr(array_of({"base: f", "local: f", "remote: f"})));
 }
 

@@ -80,7 +80,7 @@ TEST_F(MercurialRequest, NamesBaseLocalAndOther)
 
     EXPECT_EQ(shell("hg merge").exit_status, 0);
 
-    EXPECT_THAT(requests(), HasSubstr("<string>" + scratch.path() + "/work/the file<"));
+    EXPECT_THAT(requests(), HasSubstr("<string>" + scratch.path() + "/checkout/the file<"));
     EXPECT_THAT(requests(), HasSubstr("<string>base: "));
     EXPECT_THAT(requests(), HasSubstr("<string>local: "));
     EXPECT_THAT(requests(), HasSubstr("<string>other: "));

@@ -31,7 +31,7 @@ class SubversionRequest : public ShellProcess
     {
         prepare("seq 9 > 'the file'; svn add -q 'the file'; svn commit -qm base\n"
                 "cd ../other; svn update -q; seq 9 | sed 's/2/two/' > 'the file'\n"
-                "svn commit -qm other; cd ../work; seq 9 | sed 's/2/zwei/' > 'the file'");
+                "svn commit -qm other; cd ../checkout; seq 9 | sed 's/2/zwei/' > 'the file'");
     }
 
     const std::string tools;
