@@ -62,7 +62,11 @@ long session_time(pid_t leader)
         std::istringstream fields(text.substr(name_end + 1));
         std::string state;
         std::string skipped;
-        long parent = 0, group = 0, session = 0, user = 0, system = 0;
+        long parent = 0;
+        long group = 0;
+        long session = 0;
+        long user = 0;
+        long system = 0;
         fields >> state >> parent >> group >> session;
         for (int field = 0; field < 7; ++field)
             fields >> skipped;
@@ -77,7 +81,9 @@ long machine_time()
 {
     std::ifstream file("/proc/stat");
     std::string label;
-    long user = 0, nice = 0, system = 0;
+    long user = 0;
+    long nice = 0;
+    long system = 0;
     file >> label >> user >> nice >> system;
     return user + nice + system;
 }

@@ -2,6 +2,7 @@
 #include "protocol/wire_names.h"
 #include "tests/service/service_process.h"
 
+#include <algorithm>
 #include <csignal>
 #include <filesystem>
 #include <sys/stat.h>
@@ -25,6 +26,19 @@ class OrderOfEnd : public ServiceProcess, public testing::WithParamInterface<int
     {
         for (const pid_t viewer : viewers())
             ::kill(viewer, SIGUSR1);
+    }
+
+    /** Whether the service holds the rendezvous FIFO open still. */
+    bool takes_announcements() const
+    {
+        const std::string fifo =
+            std::filesystem::canonical(scratch.user_directory() + "/" + rendezvous_pipe);
+        const auto descriptors = std::filesystem::directory_iterator(
+            "/proc/" + std::to_string(running_service.pid()) + "/fd");
+        return std::any_of(begin(descriptors), end(descriptors), [&](const auto& descriptor) {
+            std::error_code closed;
+            return std::filesystem::read_symlink(descriptor, closed) == fifo;
+        });
     }
 
     bool has_recorded(const std::string& text) const
@@ -64,11 +78,22 @@ TEST_P(OrderOfEnd, FreesTheLockAtOnceAndWaitsForOpenWindows)
     EXPECT_EQ(running_service.wait(), success);
 }
 
+TEST_P(OrderOfEnd, ALauncherRightBehindItIsServedAndStartsANewService)
+{
+    running_service.send_signal(GetParam());
+    ASSERT_TRUE(until([this] { return !lock_holder(); }));
+
+    EXPECT_EQ(launch({"a", "b"}), success); // by either of them
+
+    EXPECT_TRUE(until([this] { return lock_holder().has_value(); }));
+    EXPECT_NE(lock_holder(), running_service.pid());
+}
+
 TEST_P(OrderOfEnd, TheNextLauncherGetsANewServiceBesideTheOld)
 {
     open_window();
     running_service.send_signal(GetParam());
-    ASSERT_TRUE(until([this] { return !lock_holder(); }));
+    ASSERT_TRUE(until([this] { return !lock_holder() && !takes_announcements(); }));
 
     EXPECT_EQ(launch({"a", "b"}), success);
 

@@ -1,46 +1,13 @@
 // Displays that come and go, and several at once: real windows on X servers of the test's own.
 #include "tests/service/service_process.h"
+#include "tests/service/x_server.h"
 
-#include <csignal>
-#include <filesystem>
 #include <gmock/gmock.h>
 
 namespace
 {
 
-namespace fs = std::filesystem;
 using testing::HasSubstr;
-
-/** An X server on a free display. */
-class XServer
-{
-  public:
-    XServer(const Scratch& scratch, const std::string& name)
-        : server(invocation(scratch, "/bin/sh",
-                            {"-c",
-                             "exec Xvfb -displayfd 3 -noreset -screen 0 1280x900x24 -nolisten tcp "
-                             "3>\"$0\" 2>/dev/null",
-                             scratch / name}))
-    {
-        server.start();
-        const std::string number = scratch / name;
-        until([&] { return fs::exists(number) && file_contents(number).ends_with('\n'); });
-        display_ = ":" + file_contents(number);
-        display_.pop_back();
-    }
-
-    const std::string& display() const { return display_; }
-
-    void end()
-    {
-        server.send_signal(SIGTERM);
-        server.wait();
-    }
-
-  private:
-    Program server;
-    std::string display_;
-};
 
 class Displays : public ServiceProcess
 {
@@ -73,19 +40,11 @@ class Displays : public ServiceProcess
         return run;
     }
 
-    /** Waits for the display's window, and presses a key until the launcher ends. */
-    Outcome close_window(Program& compare, const std::string& display) const
+    /** Waits for the display's window, and closes it by a key. */
+    Outcome close_window(Program& compare, const XServer& server) const
     {
-        EXPECT_TRUE(tells(display, "windows open: 1"));
-        Invocation key = invocation(scratch, "/usr/bin/xdotool",
-                                    {"search", "--onlyvisible", "--class", "quarnview",
-                                     "windowfocus", "--sync", "key", "ctrl+w"});
-        key.environment["DISPLAY"] = display;
-        until([&] {
-            if (compare.is_running())
-                Program(key).run();
-            return !compare.is_running();
-        });
+        EXPECT_TRUE(tells(server.display(), "windows open: 1"));
+        server.press_until_end(compare, {"ctrl+w"});
         return compare.wait();
     }
 
@@ -105,9 +64,9 @@ TEST_F(Displays, TwoAtOnceHaveAWindowEach)
 
     EXPECT_TRUE(tells(one.display(), "windows open: 1"));
     EXPECT_TRUE(tells(two.display(), "windows open: 1"));
-    EXPECT_EQ(close_window(on_two, two.display()), success);
+    EXPECT_EQ(close_window(on_two, two), success);
     EXPECT_TRUE(on_one.is_running());
-    EXPECT_EQ(close_window(on_one, one.display()), success);
+    EXPECT_EQ(close_window(on_one, one), success);
 }
 
 TEST_F(Displays, OneThatDiedSinceTheServiceStartedIsFailureAndTheOthersAreServed)
@@ -122,7 +81,7 @@ TEST_F(Displays, OneThatDiedSinceTheServiceStartedIsFailureAndTheOthersAreServed
     EXPECT_THAT(service_log(), HasSubstr(" " + dying.display() + ": viewers do not start; "));
     Program elsewhere(compare_on(other.display()));
     elsewhere.start();
-    EXPECT_EQ(close_window(elsewhere, other.display()), success);
+    EXPECT_EQ(close_window(elsewhere, other), success);
 }
 
 TEST_F(Displays, OneThatIsBackIsServedAfterAMinute)
@@ -132,19 +91,13 @@ TEST_F(Displays, OneThatIsBackIsServedAfterAMinute)
     start_session(number);
     display.end();
     EXPECT_EQ(Program(compare_on(number)).run(), silent_failure);
-    Program again(
-        invocation(scratch, "/usr/bin/Xvfb",
-                   {number, "-noreset", "-screen", "0", "1280x900x24", "-nolisten", "tcp"}));
-    again.start();
-    Invocation probe = invocation(scratch, "/usr/bin/xdotool", {"getdisplaygeometry"});
-    probe.environment["DISPLAY"] = number;
-    ASSERT_TRUE(until([&] { return Program(probe).run().exit_status == 0; }));
+    const XServer again(scratch, "again", number);
 
     scratch.write_file("seconds", std::string(61, '.'));
 
     Program compare(compare_on(number));
     compare.start();
-    EXPECT_EQ(close_window(compare, number), success);
+    EXPECT_EQ(close_window(compare, again), success);
 }
 
 TEST_F(Displays, ShowNamesThatAreNotValidInTheLocale)
@@ -157,7 +110,7 @@ TEST_F(Displays, ShowNamesThatAreNotValidInTheLocale)
 
     compare.start();
 
-    EXPECT_EQ(close_window(compare, server.display()), success);
+    EXPECT_EQ(close_window(compare, server), success);
 }
 
 TEST_F(Displays, ShowAThousandContributors)
@@ -172,7 +125,7 @@ TEST_F(Displays, ShowAThousandContributors)
 
     compare.start();
 
-    EXPECT_EQ(close_window(compare, server.display()), success);
+    EXPECT_EQ(close_window(compare, server), success);
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 // Requests shown in real windows: launcher, service and viewer on an X server of the test's own,
 // driven by keys.
 #include "tests/service/service_process.h"
+#include "tests/service/x_server.h"
 
 #include <array>
 #include <csignal>
@@ -20,23 +21,19 @@ using testing::HasSubstr;
 class WindowProcess : public ServiceProcess
 {
   protected:
-    WindowProcess() : ServiceProcess(PRODUCT_TREE), x_server(x_server_run())
+    WindowProcess() : ServiceProcess(PRODUCT_TREE), x_server(scratch)
     {
         scratch.write_file("base", "1\n2\n3\n4\n5\n6\n7\n8\n9\n");
         scratch.write_file("left", "1\ntwo\n3\n4\n5\n6\n7\n8\n9\n");
         scratch.write_file("right", "1\n2\n3\n4\n5\n6\n7\neight\n9\n");
         scratch.write_file("other", "1\n2 too\n3\n4\n5\n6\n7\n8\n9\n");
         start_service();
-        x_server.start();
-        until([this] { return file_or_nothing("display").ends_with('\n'); });
-        display = ":" + file_or_nothing("display");
-        display.pop_back();
     }
 
     /** Starts a launcher whose window is open when this returns. */
     Program& open_window(std::vector<std::string> words, const std::string& language = "C")
     {
-        Invocation run = launcher(std::move(words), display);
+        Invocation run = launcher(std::move(words), x_server.display());
         run.environment["LC_ALL"] = language;
         run.environment["HOME"] = scratch.path(); // nobody's settings
         window.emplace(run).start();
@@ -52,31 +49,18 @@ class WindowProcess : public ServiceProcess
         return place == std::string::npos ? 0 : std::stoi(text.substr(place + label.size()));
     }
 
-    void press(const std::string& keys) const
+    Outcome close_by_key(Program& launcher) const
     {
-        // Its status tells nothing: a window that is gone when the key is let go is an error to it.
-        xdotool({"search", "--onlyvisible", "--class", "quarnview", "windowfocus", "--sync", "key",
-                 keys});
-    }
-
-    /** Presses keys, one after the other, again and again until the launcher ends: a merge takes
-        them when it is planned. */
-    void press_until_end(const Program& program, const std::vector<std::string>& keys) const
-    {
-        EXPECT_TRUE(until([&] {
-            for (const std::string& key : keys)
-                if (program.is_running())
-                    press(key);
-            return !program.is_running();
-        }));
+        x_server.press_until_end(launcher, {"ctrl+w"});
+        return launcher.wait();
     }
 
     /** What a window manager sends when the user closes the window there. */
     void close_as_window_manager() const
     {
         const Outcome found =
-            xdotool({"search", "--sync", "--onlyvisible", "--class", "quarnview"});
-        xcb_connection_t* connection = ::xcb_connect(display.c_str(), nullptr);
+            x_server.xdotool({"search", "--sync", "--onlyvisible", "--class", "quarnview"});
+        xcb_connection_t* connection = ::xcb_connect(x_server.display().c_str(), nullptr);
         xcb_client_message_event_t message{};
         message.response_type = XCB_CLIENT_MESSAGE;
         message.format = 32;
@@ -90,28 +74,15 @@ class WindowProcess : public ServiceProcess
         ::xcb_disconnect(connection);
     }
 
-    Outcome xdotool(std::vector<std::string> words) const
-    {
-        Invocation run = invocation(scratch, "/usr/bin/xdotool", std::move(words));
-        run.environment["DISPLAY"] = display;
-        return Program(run).run();
-    }
-
     /** The viewer that shows the window, not the spare. */
     pid_t viewer_of_window() const
     {
-        const Outcome outcome =
-            xdotool({"search", "--sync", "--onlyvisible", "--class", "quarnview", "getwindowpid"});
+        const Outcome outcome = x_server.xdotool(
+            {"search", "--sync", "--onlyvisible", "--class", "quarnview", "getwindowpid"});
         return outcome.exit_status == 0 ? std::stoi(outcome.out) : 0;
     }
 
-    std::string file_or_nothing(const std::string& name) const
-    {
-        return fs::exists(scratch / name) ? file_contents(scratch / name) : "";
-    }
-
-    Program x_server;
-    std::string display;
+    XServer x_server;
     std::optional<Program> window;
 
   private:
@@ -123,25 +94,13 @@ class WindowProcess : public ServiceProcess
             ::xcb_intern_atom_reply(connection, cookie, nullptr), &std::free);
         return reply->atom;
     }
-
-    /** It writes its display's number to the file "display" once it serves. */
-    Invocation x_server_run() const
-    {
-        return invocation(scratch, "/bin/sh",
-                          {"-c",
-                           "exec Xvfb -displayfd 3 -noreset -screen 0 1280x900x24 -nolisten tcp "
-                           "3>\"$0\" 2>/dev/null",
-                           scratch / "display"});
-    }
 };
 
 TEST_F(WindowProcess, AComparisonEndsWithZeroWhenItsWindowIsClosedByAKey)
 {
     Program& compare = open_window({"a", "b"});
 
-    press("ctrl+w");
-
-    EXPECT_EQ(compare.wait(), success);
+    EXPECT_EQ(close_by_key(compare), success);
     EXPECT_EQ(service_log(), "");
 }
 
@@ -158,16 +117,14 @@ TEST_F(WindowProcess, AContributorThatIsNoTextIsShownAndAnsweredWithFailure)
 {
     Program& compare = open_window({"a", "bad"});
 
-    press("ctrl+w");
-
-    EXPECT_EQ(compare.wait(), silent_failure);
+    EXPECT_EQ(close_by_key(compare), silent_failure);
 }
 
 TEST_F(WindowProcess, ASavedMergeIsWrittenAndEndsWithZero)
 {
     Program& merge = open_window({"-out", "merged", "-base", "base", "left", "right"});
 
-    press_until_end(merge, {"ctrl+s"});
+    x_server.press_until_end(merge, {"ctrl+s"});
 
     EXPECT_EQ(merge.wait(), success);
     EXPECT_EQ(file_contents(scratch / "merged"), "1\ntwo\n3\n4\n5\n6\n7\neight\n9\n");
@@ -177,9 +134,7 @@ TEST_F(WindowProcess, AMergeThatIsClosedUnsavedEndsWithFailureAndWritesNothing)
 {
     Program& merge = open_window({"-out", "merged", "-base", "base", "left", "other"});
 
-    press("ctrl+w");
-
-    EXPECT_EQ(merge.wait(), silent_failure);
+    EXPECT_EQ(close_by_key(merge), silent_failure);
     EXPECT_FALSE(fs::exists(scratch / "merged"));
 }
 
@@ -187,7 +142,7 @@ TEST_F(WindowProcess, AConflictIsResolvedByAKeyAndSaved)
 {
     Program& merge = open_window({"-out", "merged", "-base", "base", "left", "other"});
 
-    press_until_end(merge, {"ctrl+3", "ctrl+s"});
+    x_server.press_until_end(merge, {"ctrl+3", "ctrl+s"});
 
     EXPECT_EQ(merge.wait(), success);
     EXPECT_EQ(file_contents(scratch / "merged"), file_contents(scratch / "other"));
@@ -197,10 +152,11 @@ TEST_F(WindowProcess, AWindowSpeaksTheLanguageOfItsRequester)
 {
     open_window({"a", "b"}, "de_DE.UTF-8");
 
-    press("ctrl+g");
+    x_server.press("ctrl+g");
 
     EXPECT_TRUE(until([this] {
-        return xdotool({"search", "--onlyvisible", "--name", "Gehe zu Zeile"}).exit_status == 0;
+        return x_server.xdotool({"search", "--onlyvisible", "--name", "Gehe zu Zeile"})
+                   .exit_status == 0;
     }));
 }
 
@@ -226,15 +182,14 @@ TEST_F(WindowProcess, AKilledViewerIsFailureAndTheNextRequestIsServed)
 
     EXPECT_EQ(compare.wait(), silent_failure);
     Program& next = open_window({"a", "b"});
-    press("ctrl+w");
-    EXPECT_EQ(next.wait(), success);
+    EXPECT_EQ(close_by_key(next), success);
 }
 
 TEST_F(WindowProcess, AnXServerThatEndsIsFailureAndTheServiceLivesOn)
 {
     Program& compare = open_window({"a", "b"});
 
-    x_server.send_signal(SIGKILL);
+    x_server.end(SIGKILL);
 
     EXPECT_EQ(compare.wait(), silent_failure);
     EXPECT_TRUE(running_service.is_running());
