@@ -110,11 +110,14 @@ Picture VirtualScreen::picture() const
     Picture seen;
     seen.tiles.resize(across * down);
     for (std::size_t y = 0; y < height; ++y) {
+        bool was_dark = false;
         for (std::size_t x = 0; x < width; ++x) {
             const std::uint32_t pixel = taken[y * width + x];
+            const bool dark = is_dark(pixel);
             std::uint32_t& tile = seen.tiles[y / tile_side * across + x / tile_side];
             tile = mixed(tile, pixel);
-            seen.ink += is_dark(pixel) ? 1 : 0;
+            seen.strokes += dark && !was_dark ? 1 : 0;
+            was_dark = dark;
         }
     }
     return seen;

@@ -13,9 +13,10 @@
 #include <xcb/damage.h>
 #include <xcb/xcb.h>
 
-/** A picture's ink, the number of its dark pixels, and a fingerprint for each of its tiles. */
+/** How many dark strokes begin in a picture's rows, which is a measure of the text in it (a filled
+    area has one for each of its rows), and a fingerprint for each of its tiles. */
 struct Picture {
-    long ink = 0;
+    long strokes = 0;
     std::vector<std::uint32_t> tiles{};
 
     /** Whether it shows the same but for a blinking cursor or a clock. */

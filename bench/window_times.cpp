@@ -1,9 +1,9 @@
 /*
  * How long programs take to show their files: from before the exec to the first picture on the
- * screen that holds the content, which is nine tenths of the last picture's ink, and to the first
- * that is complete: from there on nothing changes but a cursor. The programs take turns; before
- * each run the screen is empty and the machine at rest. A first round is not counted. Prints one
- * line for each program; the first is the floor.
+ * screen that holds the content, which is nine tenths of the last picture's dark strokes, and to
+ * the first that is complete: from there on nothing changes but a cursor. The programs take turns;
+ * before each run the screen is empty and the machine at rest. A first round is not counted. Prints
+ * one line for each program; the first is the floor.
  *
  *   window_times ROUNDS FRAMEBUFFER-FILE NAME COMMAND... [-- NAME COMMAND...]...
  *
@@ -134,7 +134,7 @@ std::optional<Times> times_of(const std::vector<Sight>& seen, const Picture& emp
         return std::nullopt;
     const Picture& last = seen.back().picture;
     const auto content = std::find_if(seen.begin(), seen.end(), [&](const Sight& sight) {
-        return sight.picture.ink - empty.ink >= (last.ink - empty.ink) / 10 * 9;
+        return sight.picture.strokes - empty.strokes >= (last.strokes - empty.strokes) / 10 * 9;
     });
     const auto incomplete = std::find_if(seen.rbegin(), seen.rend(), [&](const Sight& sight) {
         return !sight.picture.resembles(last);
