@@ -113,6 +113,18 @@ TEST_F(WindowProcess, AComparisonEndsWithZeroWhenTheWindowManagerClosesIt)
     EXPECT_EQ(compare.wait(), success);
 }
 
+TEST_F(WindowProcess, ALongTextIsReadOnceItsWindowIsOnTheScreen)
+{
+    std::string content;
+    for (int line = 0; line < 50'000; ++line)
+        content += std::to_string(line) + "\n";
+    const std::string one = scratch.write_file("one", content);
+    const std::string other = scratch.write_file("other", content + "more\n");
+    Program& compare = open_window({one, other});
+
+    EXPECT_EQ(close_by_key(compare), success);
+}
+
 TEST_F(WindowProcess, AContributorThatIsNoTextIsShownAndAnsweredWithFailure)
 {
     Program& compare = open_window({"a", "bad"});

@@ -53,6 +53,13 @@ std::string without_mark(std::string content)
     return content;
 }
 
+/** The text of what a file holds, in UTF-8. */
+Text text_of(std::string content, int encoding)
+{
+    const bool has_mark = content.starts_with(mark_in_utf8);
+    return {has_mark ? without_mark(std::move(content)) : std::move(content), encoding, has_mark};
+}
+
 /** The line that the end of `content` is in, counted from 1. */
 std::size_t last_line(const Text& before)
 {
@@ -166,10 +173,19 @@ TextOrProblem decode_text(std::string bytes, int encoding)
         return TextProblem{
             .fault = decoded.bad->fault, .offset = decoded.bad->offset, .line = last_line(before)};
     }
-    const bool has_mark = decoded.content.starts_with(mark_in_utf8);
-    if (has_mark)
-        decoded.content = without_mark(std::move(decoded.content));
-    return Text(std::move(decoded.content), encoding, has_mark);
+    return text_of(std::move(decoded.content), encoding);
+}
+
+std::optional<Text> decode_beginning(std::string bytes, int encoding)
+{
+    constexpr std::size_t longest_character = 4;
+    const std::size_t size = bytes.size();
+    Decoded decoded = to_utf8(std::move(bytes), encoding);
+    if (decoded.bad && decoded.bad->offset + longest_character <= size)
+        return std::nullopt;
+    if (const std::size_t last = decoded.content.rfind('\n'); last != std::string::npos)
+        decoded.content.resize(last + 1);
+    return text_of(std::move(decoded.content), encoding);
 }
 
 std::string encode_text(std::string_view content, int encoding, bool with_mark)

@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -122,6 +123,13 @@ TextOrProblem decode_text(std::string bytes, int encoding);
 /** Reads and decodes a file of up to a gigabyte. The null device is an empty one. Never waits for a
     FIFO. */
 TextOrProblem read_text(const std::string& path, int encoding);
+
+/** The whole lines of a file's beginning, whose last character may be cut short; of the only line,
+    what is there. Nothing where there is a problem. */
+std::optional<Text> decode_beginning(std::string bytes, int encoding);
+
+/** The lines that the first 64 KiB of a file hold; nothing where there is a problem. */
+std::optional<Text> read_beginning(const std::string& path, int encoding);
 
 /** The bytes of valid UTF-8 in an encoding, after its mark where one is wanted. The inverse of
     decode_text. */

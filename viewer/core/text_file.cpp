@@ -57,12 +57,17 @@ std::variant<std::string, TextProblem> read_bytes(int file, off_t expected_size)
     return bytes;
 }
 
+Descriptor open_file(const std::string& path)
+{
+    constexpr int how = O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC; // waits for no FIFO
+    return Descriptor(::open(path.c_str(), how));
+}
+
 } // namespace
 
 TextOrProblem read_text(const std::string& path, int encoding)
 {
-    const Descriptor file(
-        ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC)); // waits for no FIFO
+    const Descriptor file = open_file(path);
     struct stat entry {};
     if (!file && errno == ENXIO)
         return TextProblem{.fault = TextFault::not_a_file}; // a socket
@@ -80,4 +85,19 @@ TextOrProblem read_text(const std::string& path, int encoding)
     if (auto* problem = std::get_if<TextProblem>(&bytes))
         return *problem;
     return decode_text(std::move(std::get<std::string>(bytes)), encoding);
+}
+
+std::optional<Text> read_beginning(const std::string& path, int encoding)
+{
+    constexpr std::size_t most = 65536; // bytes: more lines than a screen has
+    const Descriptor file = open_file(path);
+    struct stat entry {};
+    if (!file || ::fstat(file.get(), &entry) != 0 || !S_ISREG(entry.st_mode))
+        return std::nullopt;
+    std::string bytes(most, '\0');
+    const ssize_t count = ::read(file.get(), bytes.data(), bytes.size());
+    if (count <= 0)
+        return std::nullopt;
+    bytes.resize(static_cast<std::size_t>(count));
+    return decode_beginning(std::move(bytes), encoding);
 }

@@ -13,7 +13,7 @@ namespace
 {
 
 /** Differences that are found this soon are in the first picture. */
-constexpr std::chrono::milliseconds short_comparison{6};
+constexpr std::chrono::milliseconds short_comparison{2};
 
 /** What likeness_sentence says, named here for the translators. */
 [[maybe_unused]] constexpr std::array likeness_sentences{

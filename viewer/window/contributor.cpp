@@ -51,6 +51,22 @@ Contributors name_contributors(const std::vector<std::string>& paths,
     return contributors;
 }
 
+std::optional<Contributors> read_beginnings(Contributors named)
+{
+    constexpr std::uintmax_t soon_read = 100'000; // bytes
+    bool is_any_long = false;
+    for (Contributor& contributor : named) {
+        std::error_code unknown; // which reading will tell
+        if (std::filesystem::file_size(contributor.path, unknown) <= soon_read || unknown)
+            continue;
+        if (auto beginning = read_beginning(contributor.path, contributor.encoding)) {
+            contributor.text = std::make_shared<const Text>(*std::move(beginning));
+            is_any_long = true;
+        }
+    }
+    return is_any_long ? std::optional(std::move(named)) : std::nullopt;
+}
+
 Contributors read_contributors(const std::vector<std::string>& paths,
                                const std::vector<std::string>& names, int encoding)
 {

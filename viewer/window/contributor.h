@@ -28,6 +28,10 @@ using Contributors = std::vector<Contributor>;
 Contributors name_contributors(const std::vector<std::string>& paths,
                                const std::vector<std::string>& names, int encoding);
 
+/** The contributors with the first lines of those that take long to read; nothing where none does.
+ */
+std::optional<Contributors> read_beginnings(Contributors named);
+
 /** Reads the contributors side by side; the names may be fewer than the paths. */
 Contributors read_contributors(const std::vector<std::string>& paths,
                                const std::vector<std::string>& names, int encoding);

@@ -42,6 +42,13 @@ std::bitset<256> modifiers_of(xcb_connection_t* display)
     return codes;
 }
 
+/** Nothing elsewhere than on X. */
+xcb_connection_t* display_connection()
+{
+    const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    return x11 != nullptr ? x11->connection() : nullptr;
+}
+
 /** The event has one bit for each code, but for those of the first byte. */
 std::bitset<256> keys_down(const xcb_keymap_notify_event_t& event)
 {
@@ -66,10 +73,10 @@ HeldKeys::~HeldKeys()
 
 void HeldKeys::watch(const QWidget& window)
 {
-    const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    xcb_connection_t* display = x11 != nullptr ? x11->connection() : nullptr;
-    if (display == nullptr)
+    xcb_connection_t* display = display_connection();
+    if (display == nullptr || window.winId() == watched)
         return;
+    watched = window.winId();
     modifiers = modifiers_of(display);
     add_to_event_mask(display, static_cast<xcb_window_t>(window.winId()),
                       XCB_EVENT_MASK_KEYMAP_STATE);
@@ -84,6 +91,9 @@ bool HeldKeys::nativeEventFilter(const QByteArray& type, void* message, qintptr*
     const bool got_keyboard = std::exchange(has_got_keyboard, kind == XCB_FOCUS_IN);
     const auto& key = *static_cast<const xcb_key_press_event_t*>(message); // if it is one
     switch (kind) {
+    case XCB_MAPPING_NOTIFY:
+        modifiers = modifiers_of(display_connection());
+        return false;
     case XCB_KEYMAP_NOTIFY: // follows the keyboard at once
         if (got_keyboard)
             held = keys_down(*static_cast<const xcb_keymap_notify_event_t*>(message)) & ~modifiers;

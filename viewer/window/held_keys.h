@@ -21,7 +21,8 @@ class HeldKeys : public QAbstractNativeEventFilter
     HeldKeys(HeldKeys&&) = delete;
     HeldKeys& operator=(HeldKeys&&) = delete;
 
-    /** Has the display tell which keys are down when a window gets the keyboard. */
+    /** Has the display tell which keys are down when a window gets the keyboard, which takes two
+        answers of the display the first time. */
     void watch(const QWidget& window);
 
     bool nativeEventFilter(const QByteArray& type, void* message, qintptr* result) override;
@@ -36,6 +37,7 @@ class HeldKeys : public QAbstractNativeEventFilter
     bool drops_press(std::uint8_t code, std::uint32_t time);
     void believe_release(std::uint32_t now);
 
+    WId watched = 0;
     std::bitset<256> modifiers{}; // the codes of keys that do nothing alone
     std::bitset<256> held{};      // since before the keyboard came
     Release released{};           // of a key that is held, perhaps to be repeated

@@ -32,6 +32,11 @@ constexpr int rows_of_text = 46;
     to put the window on the screen. */
 constexpr std::chrono::milliseconds soon_read{50};
 
+/** Work that takes longer can be cancelled: a button that comes and goes at once would only
+ * distract.
+ */
+constexpr std::chrono::milliseconds noticed_work{100};
+
 /** Work that takes longer does not keep the machine from getting ready for the next request. */
 constexpr std::chrono::milliseconds long_work{1000};
 
@@ -143,7 +148,8 @@ void ViewerWindow::warm_up()
     setAttribute(Qt::WA_DontShowOnScreen);
     show();
     windowHandle()->setCursor(Qt::ArrowCursor); // loads its picture
-    grab();
+    held_keys.watch(*this);
+    first_picture.prepare();
     hide();
     setAttribute(Qt::WA_DontShowOnScreen, false);
     compare->show_read({});
@@ -154,6 +160,7 @@ void ViewerWindow::open(const WindowRequest& wanted)
     const Request& request = wanted.request;
     Contributors unread = name_contributors(request.contributors, request.names, request.encoding);
     setWindowTitle(title_of(unread));
+    come_to_front(wanted); // the window's manager works while this goes on
     if (!request.merge && std::ranges::all_of(unread, &Contributor::is_directory))
         open_folders(wanted, std::move(unread));
     else
@@ -161,30 +168,67 @@ void ViewerWindow::open(const WindowRequest& wanted)
     current->take_focus();
 }
 
-/** The window's manager and the reading threads work side by side. */
 void ViewerWindow::open_texts(const WindowRequest& wanted, Contributors unread)
 {
-    reading.start([request = wanted.request](const std::stop_token& /*stop*/) {
+    if (wanted.request.merge)
+        open_merge(wanted, std::move(unread));
+    else
+        open_comparison(wanted, std::move(unread));
+}
+
+void ViewerWindow::start_reading(const Request& request)
+{
+    reading.start([request](const std::stop_token& /*stop*/) {
         return std::optional(
             read_contributors(request.contributors, request.names, request.encoding));
     });
-    reads = compare;
-    if (wanted.request.merge) {
-        auto* merge = new MergeView(style, this);
-        show_instead(merge);
-        merge->prepare_merge(std::move(unread), wanted.request.output, wanted.file_mode_mask);
-        show_page(merge);
-        reads = merge;
-    } else {
-        compare->announce(std::move(unread));
-    }
-    come_to_front(wanted);
+}
+
+/** The window's manager and the reading threads work side by side. */
+void ViewerWindow::open_merge(const WindowRequest& wanted, Contributors unread)
+{
+    start_reading(wanted.request);
+    auto* merge = new MergeView(style, this);
+    show_instead(merge);
+    merge->prepare_merge(std::move(unread), wanted.request.output, wanted.file_mode_mask);
+    show_page(merge);
+    reads = merge;
+    wait_for_texts();
+}
+
+void ViewerWindow::wait_for_texts()
+{
     reading.wait(soon_read);
     reads->wait_a_little();
-    if (!reading.is_running())
-        return;
+    if (reading.is_running()) {
+        set_busy(true);
+        status.setText(tr("Reading\u2026"));
+    }
+    paint_ahead([] {});
+}
+
+void ViewerWindow::paint_ahead(std::function<void()> then)
+{
+    QTimer::singleShot(0, this, [this, next = std::move(then)] { // once all is laid out
+        const bool is_as_prepared = current == compare;
+        first_picture.paint_what_changed(is_as_prepared ? centralWidget()->geometry() : rect(),
+                                         next);
+    });
+}
+
+/** Of long texts, the first picture has the first lines. */
+void ViewerWindow::open_comparison(const WindowRequest& wanted, Contributors unread)
+{
+    reads = compare;
+    auto begun = read_beginnings(unread);
+    if (!begun)
+        start_reading(wanted.request);
+    compare->announce(begun ? *std::move(begun) : std::move(unread));
+    if (reading.is_running())
+        return wait_for_texts();
     set_busy(true);
     status.setText(tr("Reading\u2026"));
+    paint_ahead([this, request = wanted.request] { start_reading(request); });
 }
 
 void ViewerWindow::take_texts(Contributors read)
@@ -206,7 +250,6 @@ void ViewerWindow::open_folders(const WindowRequest& wanted, Contributors unread
     folders->show_folders(std::move(unread));
     show_page(folders);
     waits_for_picture = true;
-    come_to_front(wanted);
 }
 
 /** There is nothing to look at in a window whose texts are not to be read. */
@@ -255,7 +298,7 @@ void ViewerWindow::come_to_front(const WindowRequest& wanted)
 void ViewerWindow::paintEvent(QPaintEvent* event)
 {
     QMainWindow::paintEvent(event);
-    if (!waits_for_picture)
+    if (!waits_for_picture || first_picture.is_being_painted())
         return;
     waits_for_picture = false;
     QTimer::singleShot(0, this, [this] { painted_first(); }); // once all is painted and flushed
@@ -275,7 +318,10 @@ void ViewerWindow::painted_first()
 void ViewerWindow::set_busy(bool busy)
 {
     is_busy = busy;
-    stop.setVisible(busy);
+    if (!busy)
+        stop.hide();
+    else
+        QTimer::singleShot(noticed_work, this, [this] { stop.setVisible(is_busy); });
     if (was_shown && !busy)
         QTimer::singleShot(0, this, [this] { tell_shown(); }); // once the outcome is painted
 }

@@ -7,6 +7,7 @@
 #include "viewer/core/request.h"
 #include "viewer/window/background_job.h"
 #include "viewer/window/contributor.h"
+#include "viewer/window/first_picture.h"
 #include "viewer/window/held_keys.h"
 #include "viewer/window/viewer_page.h"
 
@@ -74,6 +75,11 @@ class ViewerWindow : public QMainWindow
     void open_files(const std::vector<std::string>& paths, const std::vector<std::string>& names,
                     int encoding);
     void open_texts(const WindowRequest& wanted, Contributors unread);
+    void open_merge(const WindowRequest& wanted, Contributors unread);
+    void start_reading(const Request& request);
+    void wait_for_texts();
+    void paint_ahead(std::function<void()> then);
+    void open_comparison(const WindowRequest& wanted, Contributors unread);
     void open_folders(const WindowRequest& wanted, Contributors unread);
     void take_texts(Contributors read);
     void stop_work();
@@ -87,6 +93,7 @@ class ViewerWindow : public QMainWindow
     void connect_page(ViewerPage& page);
 
     HeldKeys held_keys{};
+    FirstPicture first_picture{*this};
     SharedStyle style;
     CompareView* compare;      // made in advance
     TextPage* reads = nullptr; // what shows the texts when they are read

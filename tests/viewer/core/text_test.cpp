@@ -145,6 +145,56 @@ INSTANTIATE_TEST_SUITE_P(Of, EveryForm,
                                           testing::Values("\n", "\r\n", "\r"),
                                           testing::Values("", "\n", "\r\n", "\r")));
 
+TEST(DecodeBeginning, HasTheWholeLines)
+{
+    EXPECT_EQ(lines_of(decode_beginning("\xef\xbb\xbf"
+                                        "a\r\nb\nc",
+                                        0)
+                           .value()),
+              (Lines{"a\r\n", "b\n"}));
+    EXPECT_TRUE(decode_beginning("\xef\xbb\xbf"
+                                 "a\n",
+                                 0)
+                    .value()
+                    .has_mark());
+}
+
+TEST(DecodeBeginning, OfASingleLineHasWhatIsThere)
+{
+    EXPECT_EQ(lines_of(decode_beginning("abc", 0).value()), (Lines{"abc"}));
+}
+
+TEST(DecodeBeginning, MayCutACharacter)
+{
+    EXPECT_EQ(lines_of(decode_beginning("a\nb\xf0\x9f\x98", 0).value()), (Lines{"a\n"}));
+    EXPECT_EQ(lines_of(decode_beginning("a\0\n\0\x3d\xd8"s, 1).value()), (Lines{"a\n"}));
+    EXPECT_EQ(lines_of(decode_beginning("\0\0\0a\0\0\0\n\0\0"s, 4).value()), (Lines{"a\n"}));
+}
+
+TEST(DecodeBeginning, IsNothingWhereThereIsAFault)
+{
+    EXPECT_FALSE(decode_beginning("a\n\xc0\x80 and more\n", 0));
+}
+
+TEST(ReadBeginning, IsOfAFilesFirstBytes)
+{
+    const Scratch scratch;
+    const std::string line = "seven b\n";
+    std::string content;
+    for (std::size_t count = 0; count < 10'000; ++count)
+        content += line;
+
+    const auto beginning = read_beginning(scratch.write_file("a", content), 0);
+
+    EXPECT_EQ(beginning.value().line_count(), 65536 / line.size());
+}
+
+TEST(ReadBeginning, IsNothingWhereThereIsNoFile)
+{
+    EXPECT_FALSE(read_beginning("/no/such/file", 0));
+    EXPECT_FALSE(read_beginning("/dev/zero", 0));
+}
+
 TextFault fault_of(const std::string& path)
 {
     const TextOrProblem outcome = read_text(path, 0);

@@ -105,6 +105,29 @@ TEST_F(Window, TellsThatItIsShownOnceItsDifferencesAreKnown)
     EXPECT_EQ(differences, 1U);
 }
 
+TEST_F(Window, ALongTextShowsItsFirstLinesUntilItIsRead)
+{
+    constexpr std::size_t lines = 50'000;
+    std::string content;
+    for (std::size_t line = 0; line < lines; ++line)
+        content += std::to_string(line) + "\n";
+    WindowRequest wanted;
+    wanted.request.contributors = {scratch.write_file("long", content), "/dev/null"};
+    const auto count = [this] {
+        return dynamic_cast<CompareView*>(window.page())
+            ->columns()
+            .column(0)
+            .source()
+            ->line_count();
+    };
+
+    window.open(wanted);
+
+    EXPECT_GT(count(), 1000U);
+    EXPECT_LT(count(), lines);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return count() == lines; }));
+}
+
 TEST_F(Window, ACompareThatWasShownIsASuccessWhenItIsClosed)
 {
     open({"a\n", "b\n"});
@@ -133,9 +156,11 @@ TEST_F(Window, CancelledWhileItReadsItClosesAsAFailure)
     wanted.request.contributors = {large, "/dev/null"};
     window.open(wanted);
 
-    for (QPushButton* button : window.findChildren<QPushButton*>())
-        if (button->isVisible() && button->text() == "Cancel")
-            QTest::mouseClick(button, Qt::LeftButton);
+    const auto buttons = window.findChildren<QPushButton*>();
+    const auto cancel = std::ranges::find(buttons, QString("Cancel"), &QPushButton::text);
+    ASSERT_NE(cancel, buttons.end());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return (*cancel)->isVisible(); }));
+    QTest::mouseClick(*cancel, Qt::LeftButton);
 
     EXPECT_FALSE(window.isVisible());
     EXPECT_EQ(answer, false);
