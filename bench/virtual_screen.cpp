@@ -98,12 +98,12 @@ void VirtualScreen::map_framebuffer(const std::string& path)
     pixels = reinterpret_cast<const std::uint32_t*>(static_cast<const char*>(mapping) + start);
 }
 
-void VirtualScreen::take()
+void VirtualScreen::take(Pixels& into) const
 {
-    taken.assign(pixels, pixels + width * height);
+    into.assign(pixels, pixels + width * height);
 }
 
-Picture VirtualScreen::picture() const
+Picture VirtualScreen::picture(const Pixels& taken) const
 {
     const std::size_t across = (width + tile_side - 1) / tile_side;
     const std::size_t down = (height + tile_side - 1) / tile_side;

@@ -23,6 +23,8 @@ struct Picture {
     bool resembles(const Picture& other) const;
 };
 
+using Pixels = std::vector<std::uint32_t>;
+
 class VirtualScreen
 {
   public:
@@ -34,11 +36,11 @@ class VirtualScreen
     VirtualScreen(VirtualScreen&&) = delete;
     VirtualScreen& operator=(VirtualScreen&&) = delete;
 
-    /** Takes what is to be seen now, to be looked at later. */
-    void take();
+    /** Takes what is to be seen now, to be looked at later: looking takes the processor from those
+        who draw. */
+    void take(Pixels& into) const;
 
-    /** What was taken. */
-    Picture picture() const;
+    Picture picture(const Pixels& taken) const;
 
     /** Waits until something was drawn, which then counts as seen; false when nothing was in that
         time. */
@@ -55,5 +57,4 @@ class VirtualScreen
     const std::uint32_t* pixels = nullptr;
     std::size_t width = 0;
     std::size_t height = 0;
-    std::vector<std::uint32_t> taken;
 };

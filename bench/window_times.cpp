@@ -14,15 +14,19 @@
 #include "bench/virtual_screen.h"
 
 #include <algorithm>
+#include <array>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
 #include <filesystem>
 #include <fstream>
+#include <memory>
 #include <optional>
+#include <span>
 #include <sstream>
 #include <sys/wait.h>
+#include <utility>
 
 namespace
 {
@@ -43,6 +47,13 @@ struct Sight {
     Milliseconds when;
     Picture picture;
 };
+
+/** What was on the screen, to be looked at when nothing is drawn, or when the album is full. */
+struct Shot {
+    Clock::time_point when;
+    Pixels pixels;
+};
+using Album = std::array<Shot, 24>;
 
 struct Times {
     double content;
@@ -93,32 +104,41 @@ void wait_for_rest(VirtualScreen& screen, const Picture& empty)
 {
     constexpr int attempts = 50;
     constexpr long little = 1; // ticks
+    Pixels pixels;
     for (int attempt = 0; attempt < attempts; ++attempt) {
         const long before = machine_time();
         while (screen.wait_for_drawing(milliseconds(200)))
             continue;
-        screen.take();
-        if (machine_time() - before <= little && screen.picture().resembles(empty))
+        screen.take(pixels);
+        if (machine_time() - before <= little && screen.picture(pixels).resembles(empty))
             return;
     }
 }
 
 /** All that is seen until neither the screen changes nor the program works; nothing when that
     takes too long. */
-std::vector<Sight> watch(VirtualScreen& screen, pid_t program, Clock::time_point begin)
+std::vector<Sight> watch(VirtualScreen& screen, Album& album, pid_t program,
+                         Clock::time_point begin)
 {
     std::vector<Sight> seen;
+    std::size_t shots = 0;
     long worked = -1;
     auto changed = begin;
     while (Clock::now() - begin < longest_run) {
-        if (screen.wait_for_drawing(rest / 10)) {
-            screen.take();
-            const auto now = Clock::now();
-            Picture picture = screen.picture();
+        const bool drawn = screen.wait_for_drawing(rest / 10);
+        if (drawn) {
+            screen.take(album[shots].pixels);
+            album[shots].when = Clock::now();
+            if (++shots < album.size())
+                continue;
+        }
+        for (const Shot& shot : std::span(album).first(std::exchange(shots, 0))) {
+            Picture picture = screen.picture(shot.pixels);
             if (seen.empty() || !picture.resembles(seen.back().picture))
-                changed = now;
-            seen.push_back({now - begin, std::move(picture)});
-        } else if (const long work = session_time(program); work > worked + 1) {
+                changed = shot.when;
+            seen.push_back({shot.when - begin, std::move(picture)});
+        }
+        if (const long work = session_time(program); !drawn && work > worked + 1) {
             worked = work;
             changed = Clock::now();
         }
@@ -142,13 +162,13 @@ std::optional<Times> times_of(const std::vector<Sight>& seen, const Picture& emp
     return Times{content->when.count(), incomplete.base()->when.count()};
 }
 
-std::optional<Times> measure(VirtualScreen& screen, const Picture& empty, const Scratch& scratch,
-                             const Words& command)
+std::optional<Times> measure(VirtualScreen& screen, Album& album, const Picture& empty,
+                             const Scratch& scratch, const Words& command)
 {
     wait_for_rest(screen, empty);
     const auto begin = Clock::now();
     const pid_t program = start_session(scratch, command);
-    const auto seen = watch(screen, program, begin);
+    const auto seen = watch(screen, album, program, begin);
     ::kill(-program, SIGKILL);
     ::waitpid(program, nullptr, 0);
     return times_of(seen, empty);
@@ -173,11 +193,13 @@ void measure_all(int rounds, const std::string& framebuffer, std::vector<Case> c
     VirtualScreen screen(framebuffer);
     while (screen.wait_for_drawing(milliseconds(300)))
         continue;
-    screen.take();
-    const Picture empty = screen.picture();
+    auto album = std::make_unique<Album>();
+    for (Shot& shot : *album)
+        screen.take(shot.pixels); // room for all, before time counts
+    const Picture empty = screen.picture(album->front().pixels);
     for (int round = 0; round <= rounds; ++round) {
         for (Case& measured : cases) {
-            const auto times = measure(screen, empty, scratch, measured.command);
+            const auto times = measure(screen, *album, empty, scratch, measured.command);
             if (times && round > 0) {
                 measured.content.push_back(times->content);
                 measured.complete.push_back(times->complete);
