@@ -69,6 +69,25 @@ TEST_F(Displays, TwoAtOnceHaveAWindowEach)
     EXPECT_EQ(close_window(on_one, one), success);
 }
 
+TEST_F(Displays, OneThatDiesLeavesTheWindowsOfOthersOpen)
+{
+    XServer dying(scratch, "dying");
+    const XServer other(scratch, "other");
+    start_session(dying.display());
+    Program on_dying(compare_on(dying.display()));
+    Program on_other(compare_on(other.display()));
+    on_dying.start();
+    on_other.start();
+    ASSERT_TRUE(tells(dying.display(), "windows open: 1"));
+    ASSERT_TRUE(tells(other.display(), "windows open: 1"));
+
+    dying.end();
+
+    EXPECT_EQ(on_dying.wait(), silent_failure);
+    EXPECT_TRUE(on_other.is_running());
+    EXPECT_EQ(close_window(on_other, other), success);
+}
+
 TEST_F(Displays, OneThatDiedSinceTheServiceStartedIsFailureAndTheOthersAreServed)
 {
     XServer dying(scratch, "dying");
