@@ -163,17 +163,11 @@ void ViewerWindow::open(const WindowRequest& wanted)
     come_to_front(wanted); // the window's manager works while this goes on
     if (!request.merge && std::ranges::all_of(unread, &Contributor::is_directory))
         open_folders(wanted, std::move(unread));
-    else
-        open_texts(wanted, std::move(unread));
-    current->take_focus();
-}
-
-void ViewerWindow::open_texts(const WindowRequest& wanted, Contributors unread)
-{
-    if (wanted.request.merge)
+    else if (request.merge)
         open_merge(wanted, std::move(unread));
     else
         open_comparison(wanted, std::move(unread));
+    current->take_focus();
 }
 
 void ViewerWindow::start_reading(const Request& request)
@@ -200,11 +194,15 @@ void ViewerWindow::wait_for_texts()
 {
     reading.wait(soon_read);
     reads->wait_a_little();
-    if (reading.is_running()) {
-        set_busy(true);
-        status.setText(tr("Reading\u2026"));
-    }
+    if (reading.is_running())
+        tell_reading();
     paint_ahead([] {});
+}
+
+void ViewerWindow::tell_reading()
+{
+    set_busy(true);
+    status.setText(tr("Reading\u2026"));
 }
 
 void ViewerWindow::paint_ahead(std::function<void()> then)
@@ -220,15 +218,15 @@ void ViewerWindow::paint_ahead(std::function<void()> then)
 void ViewerWindow::open_comparison(const WindowRequest& wanted, Contributors unread)
 {
     reads = compare;
-    auto begun = read_beginnings(unread);
-    if (!begun)
+    if (auto begun = read_beginnings(unread)) {
+        compare->announce(*std::move(begun));
+        tell_reading();
+        paint_ahead([this, request = wanted.request] { start_reading(request); });
+    } else {
         start_reading(wanted.request);
-    compare->announce(begun ? *std::move(begun) : std::move(unread));
-    if (reading.is_running())
-        return wait_for_texts();
-    set_busy(true);
-    status.setText(tr("Reading\u2026"));
-    paint_ahead([this, request = wanted.request] { start_reading(request); });
+        compare->announce(std::move(unread));
+        wait_for_texts();
+    }
 }
 
 void ViewerWindow::take_texts(Contributors read)

@@ -74,10 +74,10 @@ class ViewerWindow : public QMainWindow
     void show_instead(ViewerPage* page);
     void open_files(const std::vector<std::string>& paths, const std::vector<std::string>& names,
                     int encoding);
-    void open_texts(const WindowRequest& wanted, Contributors unread);
     void open_merge(const WindowRequest& wanted, Contributors unread);
     void start_reading(const Request& request);
     void wait_for_texts();
+    void tell_reading();
     void paint_ahead(std::function<void()> then);
     void open_comparison(const WindowRequest& wanted, Contributors unread);
     void open_folders(const WindowRequest& wanted, Contributors unread);
